@@ -1,0 +1,8 @@
+# quorvel_test(NAME SOURCES ... LIBRARIES ...): a GoogleTest program, every test of which ctest lists by itself.
+function(quorvel_test name)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES})
+    target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    gtest_discover_tests(${name} PROPERTIES TIMEOUT 120 DISCOVERY_MODE PRE_TEST)
+endfunction()
