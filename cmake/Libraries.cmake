@@ -10,11 +10,13 @@ find_library(OBJC_LIBRARY NAMES objc libobjc.so.4
              PATHS /usr/lib/gcc/${CMAKE_LIBRARY_ARCHITECTURE}/12 /usr/lib/gcc/${CMAKE_LIBRARY_ARCHITECTURE}/13
                    /usr/lib/gcc/${CMAKE_LIBRARY_ARCHITECTURE}/14 REQUIRED)
 find_library(GNUSTEP_BASE_LIBRARY gnustep-base REQUIRED)
-add_library(foundation INTERFACE)
-target_link_libraries(foundation INTERFACE -Wl,--no-as-needed ${GNUSTEP_BASE_LIBRARY} ${OBJC_LIBRARY} -Wl,--as-needed)
-
 find_library(BLOCKS_LIBRARY BlocksRuntime REQUIRED)
 find_path(BLOCKS_INCLUDE_DIR Block.h REQUIRED)
+
+# The blocks runtime comes first: GNUstep Base exports a _Block_copy of its own that answers a stack block uncopied.
+add_library(foundation INTERFACE)
+target_link_libraries(foundation INTERFACE -Wl,--no-as-needed ${BLOCKS_LIBRARY} ${GNUSTEP_BASE_LIBRARY}
+                                           ${OBJC_LIBRARY} -Wl,--as-needed)
 
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo pangocairo)
 pkg_check_modules(SDL2 REQUIRED IMPORTED_TARGET sdl2)
