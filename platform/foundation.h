@@ -35,9 +35,7 @@ struct NSString : NSObject {
     int intValue() const { return objc::send<"intValue", int>(*this); }
     bool isEqualToString(NSString other) const { return objc::send<"isEqualToString:", bool>(*this, other); }
     const char* UTF8String() const { return objc::send<"UTF8String", const char*>(*this); }
-    const char* fileSystemRepresentation() const {
-        return objc::send<"fileSystemRepresentation", const char*>(*this);
-    }
+    const char* fileSystemRepresentation() const { return objc::send<"fileSystemRepresentation", const char*>(*this); }
     /// Option 1 searches without regard to case. Nothing found, or null: length 0.
     NSRange rangeOfString(NSString text, NSUInteger options) const {
         return objc::send<"rangeOfString:options:", NSRange>(*this, text, options);
@@ -62,7 +60,7 @@ inline NSString text() {
     id known = slot.load(std::memory_order_acquire);
     if (!known) {
         auto made = objc::make<NSString, "initWithUTF8String:">(objc::classNamed<"NSString">(),
-                                                                 static_cast<const char*>(literal.text));
+                                                                static_cast<const char*>(literal.text));
         if (slot.compare_exchange_strong(known, made.self(), std::memory_order_acq_rel)) known = made.take().self;
     }
     return objc::as<NSString>(known);
@@ -83,9 +81,7 @@ struct NSArray : NSObject {
     T objectAtIndex(NSUInteger index) const {
         return objc::send<"objectAtIndex:", T>(*this, index);
     }
-    objc::Strong<NSArray> copy() const {
-        return objc::Strong<NSArray>::adopt(objc::send<"copy", NSArray>(*this));
-    }
+    objc::Strong<NSArray> copy() const { return objc::Strong<NSArray>::adopt(objc::send<"copy", NSArray>(*this)); }
 };
 
 struct NSMutableArray : NSArray {
@@ -108,9 +104,7 @@ struct NSMutableArray : NSArray {
 struct NSMutableSet : NSObject {
     static constexpr objc::Name className{"NSMutableSet"};
 
-    static objc::Strong<NSMutableSet> make() {
-        return objc::make<NSMutableSet>(objc::classNamed<"NSMutableSet">());
-    }
+    static objc::Strong<NSMutableSet> make() { return objc::make<NSMutableSet>(objc::classNamed<"NSMutableSet">()); }
     void addObject(Object object) const { objc::send<"addObject:">(*this, object); }
     bool containsObject(Object object) const { return objc::send<"containsObject:", bool>(*this, object); }
 };

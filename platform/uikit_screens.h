@@ -14,8 +14,8 @@ struct UIBarButtonItem : NSObject {
             objc::classNamed<"UIBarButtonItem">(), item, target, action);
     }
     static objc::Strong<UIBarButtonItem> makeWithImage(UIImage image, NSInteger style, Object target, SEL action) {
-        return objc::make<UIBarButtonItem, "initWithImage:style:target:action:">(
-            objc::classNamed<"UIBarButtonItem">(), image, style, target, action);
+        return objc::make<UIBarButtonItem, "initWithImage:style:target:action:">(objc::classNamed<"UIBarButtonItem">(),
+                                                                                 image, style, target, action);
     }
 };
 
@@ -51,9 +51,7 @@ struct UIViewController : NSObject {
     UISearchDisplayController searchDisplayController() const;
     void setSearchDisplayController(UISearchDisplayController controller) const;
     bool isEditing() const { return objc::send<"isEditing", bool>(*this); }
-    void setEditing(bool editing, bool animated) const {
-        objc::send<"setEditing:animated:">(*this, editing, animated);
-    }
+    void setEditing(bool editing, bool animated) const { objc::send<"setEditing:animated:">(*this, editing, animated); }
 };
 
 struct UINavigationController : UIViewController {
@@ -72,14 +70,10 @@ struct UISearchDisplayController : NSObject {
             objc::classNamed<"UISearchDisplayController">(), bar, contents);
     }
     UISearchBar searchBar() const { return objc::send<"searchBar", UISearchBar>(*this); }
-    UITableView searchResultsTableView() const {
-        return objc::send<"searchResultsTableView", UITableView>(*this);
-    }
+    UITableView searchResultsTableView() const { return objc::send<"searchResultsTableView", UITableView>(*this); }
     void setDelegate(Object delegate) const { objc::send<"setDelegate:">(*this, delegate); }
     void setSearchResultsDelegate(Object delegate) const { objc::send<"setSearchResultsDelegate:">(*this, delegate); }
-    void setSearchResultsDataSource(Object source) const {
-        objc::send<"setSearchResultsDataSource:">(*this, source);
-    }
+    void setSearchResultsDataSource(Object source) const { objc::send<"setSearchResultsDataSource:">(*this, source); }
 };
 
 inline UINavigationController UIViewController::navigationController() const {

@@ -168,9 +168,7 @@ struct UITableView : UIScrollView {
     void endUpdates() const { objc::send<"endUpdates">(*this); }
     bool isEditing() const { return objc::send<"isEditing", bool>(*this); }
     void setEditing(bool editing) const { objc::send<"setEditing:">(*this, editing); }
-    void setEditing(bool editing, bool animated) const {
-        objc::send<"setEditing:animated:">(*this, editing, animated);
-    }
+    void setEditing(bool editing, bool animated) const { objc::send<"setEditing:animated:">(*this, editing, animated); }
     UIView tableHeaderView() const { return objc::send<"tableHeaderView", UIView>(*this); }
     void setTableHeaderView(UIView view) const { objc::send<"setTableHeaderView:">(*this, view); }
     void registerClass(Object cellClass, NSString identifier) const {
