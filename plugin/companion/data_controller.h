@@ -1,0 +1,103 @@
+// QVDataController: the companion's call data service. Every operation may be called from any thread; a failed reading
+// answers an empty list or 0, a failed deletion NO.
+#pragma once
+
+#include "plugin/companion/entry.h"
+#include "plugin/companion/filter.h"
+
+struct QVDataController : NSObject {
+    static constexpr objc::Name className{"QVDataController"};
+
+    static QVDataController sharedInstance() {
+        return objc::send<"sharedInstance", QVDataController>(cls<QVDataController>());
+    }
+
+    // The loaded part of each list, newest first. The arrays are the service's own: its appends show in them. May be
+    // nil.
+    NSMutableArray callList() const { return objc::send<"callList", NSMutableArray>(*this); }
+    NSMutableArray dldCallList() const { return objc::send<"dldCallList", NSMutableArray>(*this); }
+    NSMutableArray rcdCallList() const { return objc::send<"rcdCallList", NSMutableArray>(*this); }
+    NSMutableArray msdCallList() const { return objc::send<"msdCallList", NSMutableArray>(*this); }
+    NSMutableArray dateCallsList() const { return objc::send<"dateCallsList", NSMutableArray>(*this); }
+    void setCallList(NSMutableArray list) const { objc::send<"setCallList:">(*this, list); }
+    void setDldCallList(NSMutableArray list) const { objc::send<"setDldCallList:">(*this, list); }
+    void setRcdCallList(NSMutableArray list) const { objc::send<"setRcdCallList:">(*this, list); }
+    void setMsdCallList(NSMutableArray list) const { objc::send<"setMsdCallList:">(*this, list); }
+    void setDateCallsList(NSMutableArray list) const { objc::send<"setDateCallsList:">(*this, list); }
+
+    // Rows that each list has in the database, as last counted.
+    std::int64_t allCallsCount() const { return objc::send<"allCallsCount", std::int64_t>(*this); }
+    std::int64_t dldCallsCount() const { return objc::send<"dldCallsCount", std::int64_t>(*this); }
+    std::int64_t rcdCallsCount() const { return objc::send<"rcdCallsCount", std::int64_t>(*this); }
+    std::int64_t msdCallsCount() const { return objc::send<"msdCallsCount", std::int64_t>(*this); }
+    void setAllCallsCount(std::int64_t count) const { objc::send<"setAllCallsCount:">(*this, count); }
+    void setDldCallsCount(std::int64_t count) const { objc::send<"setDldCallsCount:">(*this, count); }
+    void setRcdCallsCount(std::int64_t count) const { objc::send<"setRcdCallsCount:">(*this, count); }
+    void setMsdCallsCount(std::int64_t count) const { objc::send<"setMsdCallsCount:">(*this, count); }
+
+    // Seconds of all calls of each filter; 0 while not known.
+    std::int64_t allCallsDuration() const { return objc::send<"allCallsDuration", std::int64_t>(*this); }
+    std::int64_t dldCallsDuration() const { return objc::send<"dldCallsDuration", std::int64_t>(*this); }
+    std::int64_t rcdCallsDuration() const { return objc::send<"rcdCallsDuration", std::int64_t>(*this); }
+    std::int64_t msdCallsDuration() const { return objc::send<"msdCallsDuration", std::int64_t>(*this); }
+
+    bool isAnyRecDeleted() const { return objc::send<"isAnyRecDeleted", bool>(*this); }
+    void setIsAnyRecDeleted(bool deleted) const { objc::send<"setIsAnyRecDeleted:">(*this, deleted); }
+
+    /// Reads up to `count` further calls of the filter from `offset` on and appends them to that filter's list.
+    void readCallsFromDB(std::int64_t count, std::int64_t offset, Filter filter) const {
+        objc::send<"readCallsFromDB:offset:flag:">(*this, count, offset, filter);
+    }
+    std::int64_t getTotalCallCount(Filter filter) const {
+        return objc::send<"getTotalCallCount:", std::int64_t>(*this, filter);
+    }
+    std::int64_t getTotalCallDuration(Filter filter) const {
+        return objc::send<"getTotalCallDuration:", std::int64_t>(*this, filter);
+    }
+    /// The seconds as text for the foot of a list.
+    NSString getAllCallsDuration(std::int64_t seconds) const {
+        return objc::send<"getAllCallsDuration:", NSString>(*this, seconds);
+    }
+    /// Sorts newest first, in place.
+    void sortArray(NSMutableArray list) const { objc::send<"sortArray:">(*this, list); }
+};
+
+/// The service's list of the filter; for all calls the days where calls are grouped by date. May be nil.
+inline NSMutableArray listOfFilter(QVDataController service, Filter filter, bool groupedByDate) {
+    switch (filter) {
+        case Filter::Dialled:
+            return service.dldCallList();
+        case Filter::Received:
+            return service.rcdCallList();
+        case Filter::Missed:
+            return service.msdCallList();
+        default:
+            return groupedByDate ? service.dateCallsList() : service.callList();
+    }
+}
+
+inline std::int64_t countOfFilter(QVDataController service, Filter filter) {
+    switch (filter) {
+        case Filter::Dialled:
+            return service.dldCallsCount();
+        case Filter::Received:
+            return service.rcdCallsCount();
+        case Filter::Missed:
+            return service.msdCallsCount();
+        default:
+            return service.allCallsCount();
+    }
+}
+
+inline std::int64_t durationOfFilter(QVDataController service, Filter filter) {
+    switch (filter) {
+        case Filter::Dialled:
+            return service.dldCallsDuration();
+        case Filter::Received:
+            return service.rcdCallsDuration();
+        case Filter::Missed:
+            return service.msdCallsDuration();
+        default:
+            return service.allCallsDuration();
+    }
+}
