@@ -1,0 +1,29 @@
+# What ./run and ./test share in building: the locale, the configured directory of a preset, one build at a time.
+# Sourced; the functions expect the project's root as working directory.
+
+# Names of people and texts are UTF-8 everywhere; a bare machine has no locale set.
+if [[ -z ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]]; then
+    export LANG=C.UTF-8
+fi
+
+# configurePreset PRESET [CMAKE ARGUMENTS]: configures build/PRESET where it never was with these arguments, or the
+# presets have changed since. Ninja itself notices changed CMake lists.
+configurePreset() {
+    local stamp=build/$1/.configured
+    if [[ -f $stamp && $stamp -nt CMakePresets.json && $(<"$stamp") == "$*" && -f build/$1/build.ninja ]]; then
+        return
+    fi
+    cmake --preset "$@" </dev/null >&2 && echo "$*" >"$stamp"
+}
+
+# buildPreset PRESET [CMAKE ARGUMENTS]: configures and builds, everything it says on the standard error. Waits while
+# another shell builds the same preset; says nothing when all is up to date.
+buildPreset() {
+    mkdir -p "build/$1"
+    (
+        flock 9
+        configurePreset "$@" || exit 1
+        if [[ $(ninja -C "build/$1" -n 2>/dev/null) == *"no work to do"* ]]; then exit 0; fi
+        ninja -C "build/$1" -j "$(nproc)" </dev/null >&2 9>&-
+    ) 9>"build/$1/.lock"
+}
