@@ -23,6 +23,11 @@ void cancelAnimation(AnimationToken token);
 enum class Motion { Ends, Endless };
 AnimationToken everyFrame(Motion motion, std::function<bool(double seconds)> step);
 
+/// `animateWithDuration:...`: what `changes` does to frames, alphas and backgrounds of views is drawn as a movement
+/// from what is shown now; the views' own properties have their new values at once.
+void animateChanges(double seconds, double delay, Curve curve, const std::function<void()>& changes,
+                    std::function<void(bool finished)> completion = {});
+
 /// Advances everything to the clock's present time. Called by the main loop before each frame.
 void stepAnimations();
 /// Whether something moves that will end by itself.

@@ -42,11 +42,13 @@ class ImageObject : public objc::PeerBase {
     static void define(objc::ClassDefinition<ImageObject>& definition);
 
     graphics::Image value;
-    std::string name;  // the file's name without folder and ending; empty for an image that was drawn
+    bool isTemplate = false;  // drawn in the tint, with its alpha as a stencil (`imageWithRenderingMode:` 2)
+    std::string name;         // the file's name without folder and ending; empty for an image that was drawn
 };
 objc::Object uiImage(graphics::Image image, std::string name = {});
 /// The image of a UIImage; empty for null.
 graphics::Image imageOf(objc::Object image);
+bool isTemplateImage(objc::Object image);
 std::string imageName(objc::Object image);
 
 /// The folder that stands for "/" of the handset: "/Applications/..." is looked for below it.

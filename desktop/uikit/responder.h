@@ -14,7 +14,7 @@ class Responder : public objc::PeerBase {
     Responder() = default;
     Responder(const Responder&) = delete;
     Responder& operator=(const Responder&) = delete;
-    virtual ~Responder() = default;
+    virtual ~Responder();
 
     objc::Object object() const { return objc::Object{self}; }
     bool isFirstResponder() const;

@@ -1,10 +1,12 @@
 // UIView: a rectangle of the screen that draws itself, lays out its subviews and takes touches.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "desktop/graphics/canvas.h"
+#include "desktop/uikit/animation.h"
 #include "desktop/uikit/responder.h"
 #include "desktop/uikit/text.h"
 #include "desktop/uikit/touch.h"
@@ -24,6 +26,16 @@ enum Autoresizing : unsigned long {
     flexibleBottom = 32
 };
 
+/// UIViewContentMode, as far as it is drawn.
+enum class ContentMode : long { ScaleToFill, AspectFit, AspectFill, Redraw, Center };
+
+/// A view's place, alpha and background as they are drawn while an animation of blocks moves them.
+struct ShownState {
+    Rect frame;
+    double alpha = 1;
+    Color background;
+};
+
 class View : public Responder {
   public:
     using Super = Responder;
@@ -31,20 +43,28 @@ class View : public Responder {
     static void define(objc::ClassDefinition<View>& definition);
     ~View() override;
 
-    // Messages of the same names.
-    objc::Object initWithFrame(Rect frame);
+    View();
+
+    // Messages of the same names. `init` sends `initWithFrame:`, so that a subclass overrides one of them alone.
+    objc::Object init();
+    virtual objc::Object initWithFrame(Rect frame);
     Rect frame() const { return frame_; }
     void setFrame(Rect frame);
     Rect bounds() const { return {boundsOrigin_, frame_.size}; }
     void setBounds(Rect bounds);
+    void setBoundsOrigin(Point origin);
     Point center() const { return frame_.centre(); }
     void setCenter(Point center);
     View* superview() const { return superview_; }
     objc::Object subviewsArray() const;  // `subviews`: an NSArray, back to front
     void addSubview(View* view);
     void insertSubviewAtIndex(View* view, long index);
+    void insertSubviewAbove(View* view, View* sibling);  // `insertSubview:aboveSubview:`
+    void insertSubviewBelow(View* view, View* sibling);
     void bringSubviewToFront(View* view);
+    void sendSubviewToBack(View* view);
     void removeFromSuperview();
+    virtual void didMoveToSuperview() {}
     View* viewWithTag(long tag);
     long tag() const { return tag_; }
     void setTag(long tag) { tag_ = tag; }
@@ -60,6 +80,8 @@ class View : public Responder {
     void setTintColor(objc::Object color);
     unsigned long autoresizingMask() const { return autoresizingMask_; }
     void setAutoresizingMask(unsigned long mask) { autoresizingMask_ = mask; }
+    ContentMode contentMode() const { return contentMode_; }
+    void setContentMode(ContentMode mode);
     bool clipsToBounds() const { return clipsToBounds_; }
     void setClipsToBounds(bool clips) { clipsToBounds_ = clips; }
     void setNeedsLayout();
@@ -68,16 +90,19 @@ class View : public Responder {
     void setNeedsDisplay();
     virtual Size sizeThatFits(Size size);
     void sizeToFit();
-    Point convertPointToView(Point point, View* view);
+    Point convertPointToView(Point point, View* view);  // a null view stands for the window
+    Point convertPointFromView(Point point, View* view);
     Rect convertRectToView(Rect rect, View* view);
-    Window* window() const;
+    Rect convertRectFromView(Rect rect, View* view);
+    virtual bool pointInside(Point point) { return bounds().contains(point); }
+    bool isDescendantOf(const View* view) const;  // `isDescendantOfView:`
+    Window* window() const { return window_; }
 
     // For the toolkit's own C++.
     const std::vector<objc::Ref<View>>& subviews() const { return subviews_; }
     Color tint() const;
     double cornerRadius() const { return cornerRadius_; }
     void setCornerRadius(double radius) { cornerRadius_ = radius; }
-    bool isDescendantOf(const View* view) const;
 
     /// Where the view is drawn while something moves it, besides its frame: points added to its place.
     Point displacement() const { return displacement_; }
@@ -95,8 +120,9 @@ class View : public Responder {
     virtual View* hitTest(Point point);
     /// A touch that began in this view, point in window coordinates. The view that answers true to Began gets the rest.
     virtual bool touch(const Touch&) { return false; }
-    /// Before a touch reaches a descendant: a scroll view takes it over once it is a drag; the descendant then gets
-    /// Cancelled.
+    /// Before a touch reaches a descendant, in every phase, the innermost ancestor first: a scroll view takes it over
+    /// once it is a drag. The descendant then gets Cancelled; this touch and all that follow go to touch() of the view
+    /// that answered true, and nobody else is asked any more.
     virtual bool interceptsTouch(const Touch&) { return false; }
     /// The wheel, in points. Answers whether it was used; else the superview is asked.
     virtual bool scrollWheel(Point /*delta*/) { return false; }
@@ -106,8 +132,8 @@ class View : public Responder {
     /// The texts that the view draws now, in reading order, for `show` and for tests. Subviews are not included.
     virtual std::vector<std::string> drawnTexts() const { return {}; }
 
-    /// Told after the view came to a window or left it (null).
-    virtual void didMoveToWindow(Window*) {}
+    /// Told after the view came to a window or left it (null). `didMoveToWindow` is sent, too.
+    virtual void windowChanged(Window*) {}
     /// Told when the size changed; the standard answer applies the subviews' autoresizing masks and asks for layout.
     virtual void sizeChanged(Size before);
 
@@ -116,13 +142,34 @@ class View : public Responder {
 
   protected:
     Point boundsOrigin_;
+    /// Told after the tint changed, here or at an ancestor.
+    virtual void tintColorDidChange() { setNeedsDisplay(); }
+    /// Only a window says that it is its own.
+    void setOwnWindow(Window* window) { window_ = window; }
 
   private:
+    friend class AnimationContext;
+
     void tellWindow(Window* window);
+    void tellTint();
+    void detach();
+    void insert(View* view, std::size_t index);
+    std::size_t indexOf(const View* view) const;
+    void didMoveToWindow() {}
+    void applyFrame(Rect frame);
+    Rect shownFrame() const { return shown_ ? shown_->frame : frame_; }
+    double shownAlpha() const { return shown_ ? shown_->alpha : alpha_; }
+    Color shownBackground() const { return shown_ ? shown_->background : colorOfBackground(); }
+    Color colorOfBackground() const;
+    void renderContents(graphics::Canvas& canvas);
+    void renderOwn(graphics::Canvas& canvas, Size shownSize);
+    View* hitTestMessage(Point point, objc::Object event);
+    bool pointInsideMessage(Point point, objc::Object event);
 
     Rect frame_;
     Point displacement_;
     View* superview_ = nullptr;
+    Window* window_ = nullptr;
     std::vector<objc::Ref<View>> subviews_;
     long tag_ = 0;
     double alpha_ = 1;
@@ -135,6 +182,9 @@ class View : public Responder {
     objc::Strong<> backgroundColor_;
     objc::Strong<> tintColor_;
     ViewController* controller_ = nullptr;
+    ContentMode contentMode_ = ContentMode::ScaleToFill;
+    std::unique_ptr<ShownState> shown_;
+    AnimationToken animation_ = 0;
 };
 
 }  // namespace uikit
