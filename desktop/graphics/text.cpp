@@ -9,6 +9,10 @@ namespace {
 
 constexpr double unit = PANGO_SCALE;
 
+/// Cairo puts a glyph's picture on whole pixels. With fewer pixels a point than this, the eye sees the uneven gaps, and
+/// the glyphs' outlines are filled where they belong instead.
+constexpr double outlinesBelow = 1.75;
+
 double roundedUp(double points) { return std::ceil(points * 2 - 1e-6) / 2; }
 
 double blockTop(double blockHeight, double height, VerticalAlignment vertical) {
@@ -81,13 +85,19 @@ void drawText(Canvas& canvas, std::string_view text, const Rect& rect, const Tex
         canvas.save();
         canvas.clip(rect);
     }
+    const bool outlines = canvas.pixelsPerPoint() < outlinesBelow;
     cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
     double baseline = rect.top() + baselineOf(layout, style, rect.height());
     for (const TextLayout::Line& line : layout.lines) {
         const Point start =
             canvas.snapped(Point{rect.left() + lineStart(line, rect.width(), style.alignment), baseline});
         cairo_move_to(context, start.x, start.y);
-        pango_cairo_show_layout_line(context, line.line);
+        if (outlines && line.hasOutlines) {
+            pango_cairo_layout_line_path(context, line.line);
+            cairo_fill(context);
+        } else {
+            pango_cairo_show_layout_line(context, line.line);
+        }
         baseline += lineHeight;
     }
     cairo_new_path(context);

@@ -1,6 +1,8 @@
 // Laying text out with Pango, and remembering it.
 #include "desktop/graphics/text_layout.h"
 
+#include <hb-ot.h>
+
 #include <algorithm>
 #include <functional>
 
@@ -12,6 +14,11 @@ constexpr double unit = PANGO_SCALE;
 
 /// Inter's display cut is drawn for large sizes; the text cut is wider and sturdier.
 constexpr double displaySize = 28;
+
+/// Families whose weights and proportions go with Inter's, for the scripts that it lacks. Without them the first font
+/// that has the characters would be taken, whatever it looks like beside the others.
+constexpr const char* otherScripts =
+    "Noto Sans,Noto Sans Arabic,Noto Sans Hebrew,Noto Sans Devanagari,Noto Sans Thai,Noto Sans CJK SC,sans-serif";
 
 struct DescriptionRelease {
     void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
@@ -36,8 +43,10 @@ PangoWeight pangoWeight(Weight weight) {
 
 Description describe(const Font& font) {
     Description description(pango_font_description_new());
-    const char* families = font.size >= displaySize ? "Inter Display,Inter,sans-serif" : "Inter,sans-serif";
-    pango_font_description_set_family_static(description.get(), families);
+    static const std::string textFamilies = std::string("Inter,") + otherScripts;
+    static const std::string displayFamilies = "Inter Display," + textFamilies;
+    const std::string& families = font.size >= displaySize ? displayFamilies : textFamilies;
+    pango_font_description_set_family_static(description.get(), families.c_str());
     pango_font_description_set_weight(description.get(), pangoWeight(font.weight));
     pango_font_description_set_style(description.get(), font.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
     pango_font_description_set_absolute_size(description.get(), font.size * unit);
@@ -86,6 +95,15 @@ double letterHeight(PangoContext* context, const PangoFontDescription* descripti
     return -ink.y / unit;
 }
 
+bool hasOutlines(PangoLayoutLine* line) {
+    for (GSList* run = line->runs; run != nullptr; run = run->next) {
+        PangoFont* font = static_cast<PangoLayoutRun*>(run->data)->item->analysis.font;
+        hb_face_t* face = hb_font_get_face(pango_font_get_hb_font(font));
+        if (hb_ot_color_has_png(face) || hb_ot_color_has_layers(face) || hb_ot_color_has_svg(face)) return false;
+    }
+    return true;
+}
+
 void addLines(TextLayout& layout, PangoLayout* source, int limit) {
     const int count = std::min(limit, pango_layout_get_line_count(source));
     for (int i = 0; i < count; ++i) {
@@ -93,7 +111,7 @@ void addLines(TextLayout& layout, PangoLayout* source, int limit) {
         PangoRectangle extents;
         pango_layout_line_get_extents(line, nullptr, &extents);
         const bool rightToLeft = pango_layout_line_get_resolved_direction(line) == PANGO_DIRECTION_RTL;
-        layout.lines.push_back({line, extents.width / unit, rightToLeft});
+        layout.lines.push_back({line, extents.width / unit, rightToLeft, hasOutlines(line)});
     }
 }
 

@@ -25,6 +25,8 @@ struct TextLayout {
         PangoLayoutLine* line;
         double width;
         bool rightToLeft;
+        /// Every glyph is a shape; false where one is a coloured picture.
+        bool hasOutlines;
     };
     std::vector<LayoutHandle> sources;
     std::vector<Line> lines;

@@ -113,7 +113,8 @@ class Window {
     Size screenSize() const;
 
     /// Shows the image, which is opaque; the ground around it is filled with black. One of another size is scaled.
-    void present(const Image& image);
+    /// Answers an empty text, or what went wrong.
+    std::string present(const Image& image);
 
     /// Waits until something happens, and delivers all events that there are. Returns when there were events, when one
     /// of the descriptors can be read, when wake() was called or the timeout is over; without a timeout it waits for as
