@@ -22,6 +22,10 @@ struct Wire {
     static T from(Type value) { return value; }
 };
 template <>
+struct Wire<void> {
+    using Type = void;
+};
+template <>
 struct Wire<bool> {
     using Type = BOOL;
     static Type to(bool value) { return value ? 1 : 0; }

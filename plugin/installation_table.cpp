@@ -1,0 +1,108 @@
+// What is installed, in order: the class's rows say added or replaced, the selector, the function, and for added
+// methods the type string of the product's own form. Reading this is reading the product.
+#include "plugin/installation_table.h"
+
+#include "plugin/host/application.h"
+#include "plugin/host/install.h"
+#include "plugin/host/progress_indicator.h"
+#include "plugin/recents/editing.h"
+#include "plugin/recents/filter_controls.h"
+#include "plugin/recents/lifecycle.h"
+#include "plugin/recents/loading.h"
+#include "plugin/recents/paging.h"
+#include "plugin/recents/recents_list.h"
+#include "plugin/recents/switching.h"
+#include "plugin/rows/presentation.h"
+
+namespace {
+
+using host::add;
+using host::follow;
+using host::followAlways;
+using host::replace;
+using recents::onRecents;
+
+void installOnApplication(Class application) {
+    add<"handleChanges", &host::handleChanges>(application, "v@");
+    follow<"applicationDidEnterBackground:", &host::applicationDidEnterBackground>(application);
+    follow<"applicationDidFinishLaunching:", &host::applicationDidFinishLaunching>(application);
+}
+
+void installProgressIndicator(Class screen) {
+    add<"showHUD:detailText:delegate:mode:selector:withObject:", &host::showIndicator>(screen, "v@:@@:@@:@@:@i:@@:@@");
+    add<"showHUD:detailText:delegate:mode:selector:", &host::showIndicatorRunning>(screen, "v@:@@:@@:@@:@i:@@");
+    add<"showHUD:detailText:delegate:mode:", &host::showIndicatorInMode>(screen, "v@:@@:@@:@@:@i");
+    add<"showHUD:detailText:delegate:", &host::showIndicatorForDelegate>(screen, "v@:@@:@@:@@");
+    add<"showHUD:detailText:", &host::showIndicatorWithDetail>(screen, "v@:@@:@@");
+    add<"showHUD:", &host::showIndicatorWithLabel>(screen, "v@:@@");
+    add<"showHUD", &host::showLoadingIndicator>(screen, "v@");
+    add<"updateHUD:", &host::updateIndicator>(screen, "v@:@@");
+    add<"hideHUD:afterDelay:", &host::hideIndicatorLater>(screen, "v@:@i");
+    add<"hideHUD:", &host::hideIndicatorAnimated>(screen, "v@:@i");
+    add<"hideHUD", &host::hideIndicator>(screen, "v@");
+    add<"hudWasHidden:", &host::indicatorWasHidden>(screen, "v@:@@");
+    add<"preferredStatusBarStyle", &host::preferredStatusBarStyle>(screen, "i@");
+}
+
+void installLifecycle(Class screen) {
+    add<"segmentControl:", onRecents<&recents::segmentControl>>(screen, "@@:@@");
+    add<"prepareSearchBarScopeTitlesAndTintColor", onRecents<&recents::prepareSearchBarScopeTitlesAndTintColor>>(screen,
+                                                                                                                 "v@");
+    add<"loadCallRecordsFromDB:", onRecents<&recents::loadCallRecordsFromDB>>(screen, "v@:@@");
+    add<"initDatabase", onRecents<&recents::initDatabase>>(screen, "v@");
+    add<"initializeCallList", onRecents<&recents::initializeCallList>>(screen, "v@");
+    add<"loadCallRecsFromDBInBackGround", onRecents<&recents::loadCallRecsFromDBInBackGround>>(screen, "v@");
+    add<"loadCallRecsFromDB", onRecents<&recents::loadCallRecsFromDB>>(screen, "v@");
+    add<"refreshTableData", onRecents<&recents::refreshTableData>>(screen, "v@");
+    add<"handleSegmentControler", onRecents<&recents::handleSegmentControler>>(screen, "v@");
+    add<"handleEnableDisableSearchAction:", onRecents<&recents::handleEnableDisableSearchAction>>(screen, "v@:@i");
+    followAlways<"viewDidAppear:", onRecents<&recents::viewDidAppear>>(screen);
+    follow<"viewDidLoad", onRecents<&recents::viewDidLoad>>(screen);
+    replace<"_updateNavBarButtons", onRecents<&recents::updateNavBarButtons>>(screen);
+    add<"handleApplicationDidEnterBackground:", onRecents<&recents::handleApplicationDidEnterBackground>>(screen,
+                                                                                                          "v@:@@");
+    add<"newCallRecordAdded:", onRecents<&recents::newCallRecordAdded>>(screen, "v@:@@");
+    add<"viewAppearedAction", onRecents<&recents::viewAppearedAction>>(screen, "v@");
+    add<"handleReloadDataAction", onRecents<&recents::handleReloadDataAction>>(screen, "v@");
+}
+
+void installList(Class screen) {
+    add<"updateNavigationBarButtonItems:groupEdit:", onRecents<&recents::updateNavigationBarButtonItems>>(screen,
+                                                                                                          "v@:@i:@i");
+    add<"editButtonClicked:", onRecents<&recents::editButtonClicked>>(screen, "v@:@@");
+    add<"getDeleteAllButtonText", onRecents<&recents::getDeleteAllButtonText>>(screen, "@@");
+    add<"clearCallLists", onRecents<&recents::clearCallLists>>(screen, "v@");
+    add<"updateDateEntry", onRecents<&recents::updateDateEntry>>(screen, "v@");
+    add<"segMentBackGroundAction:", onRecents<&recents::segMentBackGroundAction>>(screen, "v@:@@");
+    add<"segmentAction:", onRecents<&recents::segmentAction>>(screen, "v@:@@");
+    add<"loadMoreRecordsAction", onRecents<&recents::loadMoreRecordsAction>>(screen, "v@");
+    add<"getCallsDuration:", onRecents<&recents::getCallsDuration>>(screen, "i@:@@");
+    add<"handleLoadMoreRecordsAction:", onRecents<&recents::handleLoadMoreRecordsAction>>(screen, "v@:@@");
+}
+
+void installTable(Class screen) {
+    replace<"tableView:numberOfRowsInSection:", onRecents<&rows::numberOfRowsInSection>>(screen);
+    replace<"tableView:cellForRowAtIndexPath:", onRecents<&rows::cellForRow>>(screen);
+    replace<"tableView:willDisplayCell:forRowAtIndexPath:", onRecents<&rows::willDisplayCell>>(screen);
+    replace<"tableView:canEditRowAtIndexPath:", onRecents<&rows::canEditRowAtPath>>(screen);
+    replace<"tableView:willBeginEditingRowAtIndexPath:", onRecents<&rows::willBeginEditingRow>>(screen);
+    replace<"tableView:didEndEditingRowAtIndexPath:", onRecents<&rows::didEndEditingRow>>(screen);
+    replace<"tableView:commitEditingStyle:forRowAtIndexPath:", onRecents<&rows::commitEditingStyle>>(screen);
+    replace<"tableView:heightForRowAtIndexPath:", onRecents<&rows::heightForRow>>(screen);
+    // Both answer a text although their type strings begin with "v": registered so on purpose.
+    add<"tableView:titleForHeaderInSection:", onRecents<&rows::titleForHeader>>(screen, "v@:i@");
+    add<"tableView:titleForFooterInSection:", onRecents<&rows::titleForFooter>>(screen, "v@:i@");
+    add<"scrollViewDidEndDecelerating:", onRecents<&recents::scrollViewDidEndDecelerating>>(screen, "v@:@@");
+}
+
+}  // namespace
+
+void installMethods() {
+    if (Class application = objc::classNamed<"PhoneApplication">()) installOnApplication(application);
+    if (Class screen = objc::classNamed<"PHRecentsViewController">()) {
+        installProgressIndicator(screen);
+        installLifecycle(screen);
+        installList(screen);
+        installTable(screen);
+    }
+}

@@ -1,0 +1,135 @@
+// Building the segmented control and the search bar.
+#include "plugin/recents/filter_controls.h"
+
+#include "plugin/companion/settings.h"
+#include "plugin/companion/utilities.h"
+#include "plugin/recents/scroll_offsets.h"
+
+namespace recents {
+namespace {
+
+constexpr CGFloat segmentedControlWidth = 220;
+constexpr CGRect searchBarFrame{{0, 0}, {320, 88}};
+constexpr CGFloat scopeMargin = 55;
+constexpr CGRect deleteAllButtonFrame{{8, 6}, {32, 32}};
+constexpr CGRect editButtonFrame{{280, 6}, {32, 32}};
+
+UIImage filterIcon(NSUInteger segment) {
+    switch (segment) {
+        case 0:
+            return productImage<"/Applications/Quorvel.app/all_icon.png">();
+        case 1:
+            return productImage<"/Applications/Quorvel.app/dialled_icon.png">();
+        case 2:
+            return productImage<"/Applications/Quorvel.app/received_icon.png">();
+        default:
+            return productImage<"/Applications/Quorvel.app/missed_icon.png">();
+    }
+}
+constexpr NSUInteger filterCount = 4;
+
+UIButton addScopeButton(UIView area, NSInteger tag, CGRect frame, UIImage image) {
+    constexpr NSInteger custom = 0;
+    auto button = UIButton::buttonWithType(custom);
+    button.setTag(tag);
+    button.setFrame(frame);
+    button.setImage(image, UIButton::normal);
+    area.addSubview(button);
+    return button;
+}
+
+void finishScopeButton(UIButton button, UISegmentedControl scope, CallListScreen screen, SEL action) {
+    button.addTarget(screen, action, UIControl::touchUpInside);
+    button.setHidden(true);
+    button.setImageTintColor(scope.tintColor());
+}
+
+}  // namespace
+
+void handleSegmentControler(CallList list) {
+    if (QVSettingsDataController::sharedInstance().isGroupByDate()) {
+        list.screen.navigationItem().setTitleView({});
+        list.screen.setTitle(localized<"Title">());
+        return;
+    }
+    auto icons = NSMutableArray::make();
+    for (NSUInteger segment = 0; segment < filterCount; ++segment) icons->addObject(filterIcon(segment));
+    auto control = UISegmentedControl::makeWithItems(icons);
+    list.state.segmentedControl.store(control);
+    list.screen.navigationItem().setTitleView(control);
+    control->addTarget(list.screen, objc::selector<"segmentAction:">(), UIControl::valueChanged);
+    control->setSelectedSegmentIndex(0);
+    CGRect frame = control->frame();
+    frame.size.width = segmentedControlWidth;
+    control->setFrame(frame);
+    list.screen.setTitle({});
+}
+
+UISegmentedControl segmentControl(CallList list, UIView view) {
+    auto subviews = view.subviews();
+    const NSUInteger count = subviews.count();
+    for (NSUInteger i = 0; i < count; ++i) {
+        auto subview = subviews.objectAtIndex<UIView>(i);
+        if (objc::isKindOf(subview, objc::classNamed<"UISegmentedControl">()))
+            return objc::as<UISegmentedControl>(subview);
+        if (auto found = objc::send<"segmentControl:", UISegmentedControl>(list.screen, subview)) return found;
+    }
+    return {};
+}
+
+UISegmentedControl scopeControl(const CallList& list) {
+    UIView bar = list.screen.searchDisplayController().searchBar();
+    return objc::send<"segmentControl:", UISegmentedControl>(list.screen, bar);
+}
+
+void prepareSearchBarScopeTitlesAndTintColor(CallList list) {
+    auto scope = scopeControl(list);
+    if (!scope) return;
+    for (NSUInteger segment = 0; segment < filterCount; ++segment) scope.setImage(filterIcon(segment), segment);
+    CGRect frame = scope.frame();
+    frame.origin.x = scopeMargin;
+    frame.size.width = UIScreen::mainScreen().bounds().size.width - 2 * scopeMargin;
+    scope.setFrame(frame);
+
+    auto area = scope.superview();
+    auto deleteAll = addScopeButton(area, deleteAllButtonTag, deleteAllButtonFrame,
+                                    productImage<"/Applications/Quorvel.app/delete_all_icon.png">());
+    finishScopeButton(deleteAll, scope, list.screen, objc::selector<"deleteAllAction:">());
+    auto edit = addScopeButton(area, editButtonTag, editButtonFrame,
+                               productImage<"/Applications/Quorvel.app/delete_icon.png">());
+    edit.setImage(productImage<"/Applications/Quorvel.app/cancel.png">(), UIButton::selected);
+    finishScopeButton(edit, scope, list.screen, objc::selector<"editButtonClicked:">());
+}
+
+void makeSearchBar(const CallList& list) {
+    auto bar = UISearchBar::makeWithFrame(searchBarFrame);
+    bar->setPlaceholder(localized<"SEARCH_CALL_HISTORY">());
+    auto titles = NSMutableArray::make();
+    for (NSString title : {text<"All">(), text<"Dialed">(), text<"Received">(), text<"Missed">()})
+        titles->addObject(title);
+    bar->setScopeButtonTitles(titles);
+    auto controller = UISearchDisplayController::makeWithSearchBar(bar, list.screen);
+    list.screen.setSearchDisplayController(controller);
+    controller->setSearchResultsDelegate(list.screen);
+    controller->setSearchResultsDataSource(list.screen);
+    controller->setDelegate(list.screen);
+    list.screen.table().setTableHeaderView(bar);
+    objc::send<"prepareSearchBarScopeTitlesAndTintColor">(list.screen);
+}
+
+void handleEnableDisableSearchAction(CallList list, bool settle) {
+    auto settings = QVSettingsDataController::sharedInstance();
+    auto table = list.screen.table();
+    if (!settings.isEnableCallSearch() || settings.isGroupByDate()) {
+        table.setTableHeaderView({});
+        return;
+    }
+    if (!table.tableHeaderView()) table.setTableHeaderView(list.screen.searchDisplayController().searchBar());
+    const CGFloat offset = table.contentOffset().y;
+    if (offset == 0)
+        table.setContentOffset({0, searchBarOffset}, false);
+    else if (offset < 0 && settle)
+        table.setContentOffset({0, offset + table.tableHeaderView().frame().size.height}, false);
+}
+
+}  // namespace recents

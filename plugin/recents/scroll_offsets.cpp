@@ -1,0 +1,52 @@
+// The four exported offsets.
+#include "plugin/recents/scroll_offsets.h"
+
+#include "plugin/companion/settings.h"
+
+extern "C" {
+__attribute__((visibility("default"))) float allCallsOffSetY = 0;
+__attribute__((visibility("default"))) float dldCallsOffSetY = 0;
+__attribute__((visibility("default"))) float rcdCallsOffSetY = 0;
+__attribute__((visibility("default"))) float msdCallsOffSetY = 0;
+}
+
+namespace recents {
+namespace {
+
+void setAll(ScrollOffsets offsets) {
+    allCallsOffSetY = offsets.all;
+    dldCallsOffSetY = offsets.dialled;
+    rcdCallsOffSetY = offsets.received;
+    msdCallsOffSetY = offsets.missed;
+}
+
+}  // namespace
+
+void resetScrollOffsets() {
+    auto settings = QVSettingsDataController::sharedInstance();
+    const float offset = !settings.isGroupByDate() && settings.isEnableCallSearch() ? searchBarOffset : 0.0F;
+    setAll({offset, offset, offset, offset});
+}
+
+void rememberScrollOffset(Filter filter, double offset) {
+    const auto narrowed = static_cast<float>(offset);
+    switch (filter) {
+        case Filter::All:
+            allCallsOffSetY = narrowed;
+            break;
+        case Filter::Dialled:
+            dldCallsOffSetY = narrowed;
+            break;
+        case Filter::Received:
+            rcdCallsOffSetY = narrowed;
+            break;
+        case Filter::Missed:
+            msdCallsOffSetY = narrowed;
+            break;
+        default:
+            break;
+    }
+    setAll(normalised({allCallsOffSetY, dldCallsOffSetY, rcdCallsOffSetY, msdCallsOffSetY}));
+}
+
+}  // namespace recents

@@ -1,0 +1,21 @@
+// Switching between the filters' lists.
+#pragma once
+
+#include "plugin/rows/call_list.h"
+
+namespace recents {
+
+using rows::CallList;
+
+/// The segmented control's action: leaves edit mode, then switches. Main thread.
+void segmentAction(CallList list, UISegmentedControl control);
+/// Switches to the control's filter and loads it on the background queue. Main thread.
+void segMentBackGroundAction(CallList list, UISegmentedControl control);
+/// Remembers how far the list is scrolled, for its filter.
+void scrollViewDidEndDecelerating(CallList list, UIScrollView scroll);
+/// Drops the companion's lists that the present mode does not show.
+void clearCallLists(CallList list);
+/// Nothing on the Recents screen, which has no day of its own; the day's screen answers the same selector.
+void updateDateEntry(CallList list);
+
+}  // namespace recents
