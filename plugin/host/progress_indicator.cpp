@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-constinit Kept<objc::StrongSlot<MBProgressHUD>> kept;
+Kept<objc::StrongSlot<MBProgressHUD>> kept;
 constinit std::atomic<bool> userInteraction{false};
 
 constexpr float indicatorOpacity = 0.75F;
@@ -43,7 +43,7 @@ void showIndicator(UIViewController self, NSString label, NSString detail, objc:
     setNetworkActivity(false);
     UIViewController navigation = self.navigationController();
     auto indicator = MBProgressHUD::showHUDAddedTo(navigation ? navigation.view() : self.view(), true);
-    kept.value.store(indicator);
+    kept->store(indicator);
     indicator.setColor(indicatorBackground());
     indicator.setLabelColor(brandColor());
     indicator.setDetailsLabelColor(brandColor());
@@ -81,10 +81,10 @@ void showIndicatorWithLabel(UIViewController self, NSString label) {
 
 void showLoadingIndicator(UIViewController self) { objc::send<"showHUD:">(self, localized<"LOADING">()); }
 
-void updateIndicator(UIViewController, NSString label) { kept.value.load()->setLabelText(label); }
+void updateIndicator(UIViewController, NSString label) { kept->load()->setLabelText(label); }
 
 void hideIndicatorLater(UIViewController self, bool animated, double delay) {
-    auto indicator = kept.value.load();
+    auto indicator = kept->load();
     indicator->setDelegate(self);
     indicator->hide(animated, delay);
     unblock();
@@ -96,13 +96,13 @@ void hideIndicatorAnimated(UIViewController self, bool animated) {
 
 void hideIndicator(UIViewController) {
     unblock();
-    kept.value.load()->hide(true);
+    kept->load()->hide(true);
 }
 
 void indicatorWasHidden(UIViewController self, MBProgressHUD indicator) {
     unblock();
     if (indicator.delegate()) {
-        kept.value.exchange(MBProgressHUD{})->removeFromSuperview();
+        kept->exchange(MBProgressHUD{})->removeFromSuperview();
     } else {
         objc::send<"hideHUD">(self);
     }

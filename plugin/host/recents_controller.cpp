@@ -6,11 +6,11 @@
 
 namespace host {
 namespace {
-constinit Kept<objc::StrongSlot<PHRecentsViewController>> saved;
+Kept<objc::StrongSlot<PHRecentsViewController>> saved;
 }
 
-objc::Strong<PHRecentsViewController> recentsController() { return saved.value.load(); }
+objc::Strong<PHRecentsViewController> recentsController() { return saved->load(); }
 
-void setRecentsController(PHRecentsViewController controller) { saved.value.store(controller); }
+void setRecentsController(PHRecentsViewController controller) { saved->store(controller); }
 
 }  // namespace host

@@ -5,9 +5,9 @@
 
 namespace recents {
 namespace {
-constinit host::Kept<rows::CallListState> kept;
+host::Kept<rows::CallListState> kept;
 }  // namespace
 
-rows::CallListState& recentsState() { return kept.value; }
+rows::CallListState& recentsState() { return *kept; }
 
 }  // namespace recents
