@@ -121,6 +121,11 @@ class Ref {
         ref.owner_ = std::move(owner);
         return ref;
     }
+    /// Gives the reference away, and is empty after that.
+    Strong<Object> takeOwner() {
+        peer_ = nullptr;
+        return std::move(owner_);
+    }
 
   private:
     T* peer_ = nullptr;
