@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 
 namespace graphics {
 
@@ -35,6 +37,14 @@ std::string reason(cairo_status_t status) {
         default:
             return "it is not a complete PNG picture";
     }
+}
+
+/// Whether the file begins as a PNG does. Cairo calls every other content a want of memory.
+bool beginsAsPng(const std::string& path) {
+    constexpr std::string_view signature = "\x89PNG\r\n\x1A\n";
+    char start[signature.size()] = {};
+    std::ifstream file(path, std::ios::binary);
+    return file.read(start, sizeof start) && std::string_view(start, sizeof start) == signature;
 }
 
 /// A file without transparency is read in another format; every image here has the same one.
@@ -88,7 +98,9 @@ Result<Image> Image::load(const std::string& path, double scale) {
     const cairo_status_t status = cairo_surface_status(surface);
     if (status != CAIRO_STATUS_SUCCESS) {
         cairo_surface_destroy(surface);
-        return Failure{"The picture " + name + " cannot be read: " + reason(status) + "."};
+        const bool foreign = status != CAIRO_STATUS_FILE_NOT_FOUND && !beginsAsPng(name);
+        return Failure{"The picture " + name + " cannot be read: " + reason(foreign ? CAIRO_STATUS_PNG_ERROR : status) +
+                       "."};
     }
     return Image(std::shared_ptr<cairo_surface_t>(withAlpha(surface), cairo_surface_destroy), pixelsPerPoint);
 }
