@@ -4,6 +4,7 @@
 #include <SDL.h>
 
 #include <atomic>
+#include <string_view>
 
 #include "desktop/graphics/descriptor_watcher.h"
 #include "desktop/graphics/window_events.h"
@@ -35,6 +36,14 @@ double scaleForDisplay(Size screen) {
         if (fits < scale) scale = std::max(inSteps(fits), smallestScale);
     }
     return scale;
+}
+
+/// SDL falls back to drivers that show nothing. They are for those who name them.
+bool showsNothing() {
+    const char* driver = SDL_GetCurrentVideoDriver();
+    const std::string_view name = driver == nullptr ? "" : driver;
+    const char* named = SDL_getenv("SDL_VIDEODRIVER");
+    return (named == nullptr || *named == 0) && (name == "offscreen" || name == "dummy" || name == "evdev");
 }
 
 void setHints() {
@@ -153,6 +162,10 @@ Result<std::unique_ptr<Window>> Window::open(const WindowOptions& options) {
     if (options.screen.isEmpty()) return Failure{"A window needs a screen of at least one point each way."};
     setHints();
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return Failure{sdlError("There is no display to open a window on")};
+    if (showsNothing()) {
+        SDL_QuitSubSystem(SDL_INIT_VIDEO);
+        return Failure{"There is no display to open a window on: neither DISPLAY nor WAYLAND_DISPLAY leads to one."};
+    }
     SDL_StopTextInput();
     const double scale = options.scale > 0 ? options.scale : scaleForDisplay(options.screen);
     const int width = static_cast<int>(std::lround(options.screen.width * scale));
