@@ -19,6 +19,10 @@ configurePreset() {
 # buildPreset PRESET [CMAKE ARGUMENTS]: configures and builds, everything it says on the standard error. Waits while
 # another shell builds the same preset; says nothing when all is up to date.
 buildPreset() {
+    if ! grep --quiet "\"name\": \"$1\"" CMakePresets.json; then
+        echo "There is no preset $1: CMakePresets.json lists them." >&2
+        return 1
+    fi
     mkdir -p "build/$1"
     (
         flock 9
