@@ -1,0 +1,28 @@
+// UIAlertView: a message with buttons, in the middle of the screen.
+#pragma once
+
+#include "desktop/uikit/sheet.h"
+
+namespace uikit {
+
+class AlertView : public objc::PeerBase {
+  public:
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"UIAlertView"};
+    static void define(objc::ClassDefinition<AlertView>& definition);
+
+    // Messages of the same names. The delegate is not retained; it is sent `alertView:clickedButtonAtIndex:` where it
+    // answers that.
+    objc::Object initWithTitleMessage(objc::Object title, objc::Object message, objc::Object delegate,
+                                      objc::Object cancelTitle, objc::Object none);
+    long addButtonWithTitle(objc::Object title);
+    void show();
+    void dismissWithClickedButtonIndexAnimated(long index, bool animated);
+
+  private:
+    Sheet::Content content_{Sheet::Style::Alert, {}, {}, {}};
+    id delegate_ = nullptr;
+    objc::Ref<Sheet> sheet_;
+};
+
+}  // namespace uikit
