@@ -10,7 +10,7 @@ namespace uikit {
 class IndicatorAppearance : public objc::PeerBase {
   public:
     using Super = objc::Foreign<"NSObject">;
-    static constexpr objc::Name className{"QVActivityIndicatorAppearance"};
+    static constexpr objc::Name className{"UIActivityIndicatorAppearance"};
     static void define(objc::ClassDefinition<IndicatorAppearance>& definition);
 
     objc::Object color() const { return color_; }

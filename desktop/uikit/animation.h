@@ -8,6 +8,9 @@ namespace uikit {
 
 enum class Curve { Linear, EaseIn, EaseOut, EaseInOut, Spring };
 
+/// How far along the curve a movement is at that share of its time; 0 at 0 and 1 at 1.
+double curveValue(Curve curve, double progress);
+
 /// Names a running animation.
 using AnimationToken = std::uint64_t;
 

@@ -116,6 +116,7 @@ class Application : public Responder {
     objc::Ref<Window> keyWindow_;
     bool networkActivity_ = false;
     double networkTurn_ = 0;
+    unsigned long networkRound_ = 0;
     State state_ = State::Active;
     std::function<bool(const std::string&)> urlOpener_;
 };

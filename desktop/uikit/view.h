@@ -102,7 +102,7 @@ class View : public Responder {
     const std::vector<objc::Ref<View>>& subviews() const { return subviews_; }
     Color tint() const;
     double cornerRadius() const { return cornerRadius_; }
-    void setCornerRadius(double radius) { cornerRadius_ = radius; }
+    void setCornerRadius(double radius);
 
     /// Where the view is drawn while something moves it, besides its frame: points added to its place.
     Point displacement() const { return displacement_; }
@@ -156,13 +156,12 @@ class View : public Responder {
     void insert(View* view, std::size_t index);
     std::size_t indexOf(const View* view) const;
     void didMoveToWindow() {}
-    void applyFrame(Rect frame);
     Rect shownFrame() const { return shown_ ? shown_->frame : frame_; }
     double shownAlpha() const { return shown_ ? shown_->alpha : alpha_; }
     Color shownBackground() const { return shown_ ? shown_->background : colorOfBackground(); }
     Color colorOfBackground() const;
     void renderContents(graphics::Canvas& canvas);
-    void renderOwn(graphics::Canvas& canvas, Size shownSize);
+    void renderOwn(graphics::Canvas& canvas, Size shown, void (View::*part)(graphics::Canvas&));
     View* hitTestMessage(Point point, objc::Object event);
     bool pointInsideMessage(Point point, objc::Object event);
 
