@@ -10,10 +10,11 @@ namespace house {
 
 namespace {
 
-// A folder, and the folders beside itself that its files may include from. "*" stands for every folder.
+// A folder, and the other layers that its files may include from. "*" stands for all of them.
 struct Layer {
     std::string_view folder;
-    std::array<std::string_view, 8> mayInclude;
+    std::array<std::string_view, 9> mayInclude;
+    bool withSubfolders = true;
 };
 
 // The plug-in's folders stack; what the desktop offers is reached by the plug-in through names alone, and the other
@@ -28,6 +29,11 @@ constexpr Layer layers[] = {
     {"plugin/recents", {"plugin/rows", "plugin/host", "plugin/companion", "platform", "objc"}},
     {"plugin/datelog",
      {"plugin/recents", "plugin/detail", "plugin/rows", "plugin/host", "plugin/companion", "platform", "objc"}},
+    // What stands in no folder of its own puts the plug-in together.
+    {"plugin",
+     {"plugin/datelog", "plugin/recents", "plugin/detail", "plugin/rows", "plugin/host", "plugin/companion", "platform",
+      "objc"},
+     false},
     {"desktop", {"platform", "objc"}},
     {"tools", {"desktop", "platform", "objc"}},
     {"tests", {"*"}},
@@ -36,15 +42,17 @@ constexpr Layer layers[] = {
 
 const Layer* layerOf(const SourceFile& file) {
     for (const Layer& layer : layers) {
-        if (file.isUnder(layer.folder)) return &layer;
+        if (!file.isUnder(layer.folder)) continue;
+        if (layer.withSubfolders || file.path.find('/', layer.folder.size() + 1) == std::string::npos) return &layer;
     }
     return nullptr;
 }
 
 bool allows(const Layer& from, const SourceFile& target) {
-    if (target.isUnder(from.folder)) return true;
-    return std::ranges::any_of(from.mayInclude, [&target](std::string_view folder) {
-        return folder == "*" || (!folder.empty() && target.isUnder(folder));
+    const Layer* to = layerOf(target);
+    if (to == &from) return true;
+    return std::ranges::any_of(from.mayInclude, [to](std::string_view folder) {
+        return folder == "*" || (to != nullptr && folder == to->folder);
     });
 }
 

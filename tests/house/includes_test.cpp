@@ -17,8 +17,9 @@ namespace {
 // One header a folder, and beside them the file in question.
 SourceTree treeWith(const std::string& path, const std::string& text) {
     SourceTree tree;
-    for (const char* folder : {"objc", "platform", "plugin/companion", "plugin/host", "plugin/rows", "plugin/detail",
-                               "plugin/recents", "plugin/datelog", "desktop/uikit", "tools", "tests/objc", "bench"}) {
+    for (const char* folder :
+         {"objc", "platform", "plugin/companion", "plugin/host", "plugin/rows", "plugin/detail", "plugin/recents",
+          "plugin/datelog", "plugin", "desktop/uikit", "tools", "tests/objc", "bench"}) {
         tree.files.push_back({std::string(folder) + "/a.h", {}});
     }
     tree.files.push_back({path, house::linesOf(text)});
@@ -35,9 +36,9 @@ struct Row {
     std::vector<std::string> mayInclude;
 };
 
-const std::vector<std::string> everyFolder = {"objc",          "platform",      "plugin/companion", "plugin/host",
-                                              "plugin/rows",   "plugin/detail", "plugin/recents",   "plugin/datelog",
-                                              "desktop/uikit", "tools",         "tests/objc",       "bench"};
+const std::vector<std::string> everyFolder = {
+    "objc",           "platform", "plugin/companion", "plugin/host", "plugin/rows", "plugin/detail", "plugin/recents",
+    "plugin/datelog", "plugin",   "desktop/uikit",    "tools",       "tests/objc",  "bench"};
 
 const Row rows[] = {
     {"objc", {"objc"}},
@@ -50,6 +51,9 @@ const Row rows[] = {
     {"plugin/datelog",
      {"objc", "platform", "plugin/companion", "plugin/host", "plugin/rows", "plugin/detail", "plugin/recents",
       "plugin/datelog"}},
+    {"plugin",
+     {"objc", "platform", "plugin/companion", "plugin/host", "plugin/rows", "plugin/detail", "plugin/recents",
+      "plugin/datelog", "plugin"}},
     {"desktop/phone", {"objc", "platform", "desktop/uikit"}},
     {"tools", {"objc", "platform", "desktop/uikit", "tools"}},
     {"tests/scenarios", everyFolder},
