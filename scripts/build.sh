@@ -6,14 +6,15 @@ if [[ -z ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]]; then
     export LANG=C.UTF-8
 fi
 
-# configurePreset PRESET [CMAKE ARGUMENTS]: configures build/PRESET where it never was with these arguments, or the
-# presets have changed since. Ninja itself notices changed CMake lists.
+# configurePreset PRESET [CMAKE ARGUMENTS]: configures build/PRESET where it never was with these arguments, the presets
+# have changed since, or folders have come or gone. Of changes within a CMake list ninja knows by itself.
 configurePreset() {
-    local stamp=build/$1/.configured
-    if [[ -f $stamp && $stamp -nt CMakePresets.json && $(<"$stamp") == "$*" && -f build/$1/build.ninja ]]; then
+    local stamp=build/$1/.configured state
+    state=$(echo "$*" && find . -path ./build -prune -o -path ./.git -prune -o -name CMakeLists.txt -print | sort)
+    if [[ -f build/$1/build.ninja && -f $stamp && $stamp -nt CMakePresets.json && $(<"$stamp") == "$state" ]]; then
         return
     fi
-    cmake --preset "$@" </dev/null >&2 && echo "$*" >"$stamp"
+    cmake --preset "$@" </dev/null >&2 && echo "$state" >"$stamp"
 }
 
 # buildPreset PRESET [CMAKE ARGUMENTS]: configures and builds, everything it says on the standard error. Waits while
