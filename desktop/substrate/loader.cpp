@@ -73,8 +73,14 @@ Filter readFilter(const std::filesystem::path& path) {
     std::error_code none;
     if (!std::filesystem::is_regular_file(path, none) || !std::ifstream(path)) return fail("cannot be read");
     auto name = objc::sendClass<"NSString", "stringWithUTF8String:", Object>(path.c_str());
-    auto list = objc::sendClass<"NSDictionary", "dictionaryWithContentsOfFile:", Object>(name);
-    if (!list) return fail("is not a property list with a dictionary");
+    // (NSDictionary's own reader would print a line of its own about a file that it cannot read.)
+    auto data = objc::sendClass<"NSData", "dataWithContentsOfFile:", Object>(name);
+    constexpr unsigned long immutable = 0;
+    auto list = objc::sendClass<"NSPropertyListSerialization",
+                                "propertyListFromData:mutabilityOption:format:errorDescription:", Object>(
+        data, immutable, static_cast<void*>(nullptr), static_cast<void*>(nullptr));
+    if (!objc::isKindOf(list, objc::classNamed<"NSDictionary">()))
+        return fail("is not a property list with a dictionary");
     auto valueOf = [](Object dictionary, const char* key) {
         return objc::send<"objectForKey:", Object>(dictionary,
                                                    objc::sendClass<"NSString", "stringWithUTF8String:", Object>(key));

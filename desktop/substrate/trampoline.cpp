@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 
 #include <cstring>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <set>
@@ -117,7 +118,7 @@ class Trampolines {
         unsigned char* stub = page_ + used_++ * stubSize;
         auto* data = new (stub + pageSize) StubData;
         data->entry = &substrateTraceEntry;
-        data->method = new TracedMethod(method);
+        data->method = &methods_.emplace_back(method);
         return reinterpret_cast<IMP>(stub);
     }
 
@@ -139,6 +140,7 @@ class Trampolines {
     std::mutex mutex_;
     std::map<std::tuple<std::uintptr_t, bool, const char*>, IMP> stubs_;
     std::set<std::uintptr_t> pages_;
+    std::deque<TracedMethod> methods_;  // a deque, because the stubs hold addresses
     unsigned char* page_ = nullptr;
     std::size_t used_ = pageSize / stubSize;
 };

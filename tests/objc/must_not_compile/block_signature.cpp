@@ -2,7 +2,7 @@
 #include "objc/layer.h"
 
 void make() {
-#if defined(wrong)
+#if defined(GUARD_WRONG)
     objc::Block<void(int)> block = [](const char*) {};
 #else
     objc::Block<void(int)> block = [](int) {};

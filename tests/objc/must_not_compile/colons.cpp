@@ -2,7 +2,7 @@
 #include "objc/layer.h"
 
 void message(objc::Object object) {
-#if defined(wrong)
+#if defined(GUARD_WRONG)
     objc::send<"setObject:forKey:">(object, object);
 #else
     objc::send<"setObject:forKey:">(object, object, object);

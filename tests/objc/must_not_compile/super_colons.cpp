@@ -2,7 +2,7 @@
 #include "objc/layer.h"
 
 void message(objc::Object object, Class declaringClass) {
-#if defined(wrong)
+#if defined(GUARD_WRONG)
     objc::sendSuper<"viewDidAppear:">(object, declaringClass);
 #else
     objc::sendSuper<"viewDidAppear:">(object, declaringClass, true);

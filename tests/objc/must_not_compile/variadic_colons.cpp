@@ -2,7 +2,7 @@
 #include "objc/layer.h"
 
 void message(objc::Object object) {
-#if defined(wrong)
+#if defined(GUARD_WRONG)
     objc::sendVariadic<"initWithFormat:locale:", objc::Object>(object, object, 1);
 #else
     objc::sendVariadic<"initWithFormat:", objc::Object>(object, object, 1);
