@@ -1,0 +1,29 @@
+// The keypad: digits are typed and called.
+#pragma once
+
+#include "desktop/uikit/button.h"
+#include "desktop/uikit/view_controller.h"
+
+namespace phone {
+
+class KeypadScreen : public uikit::ViewController {
+  public:
+    using Super = uikit::ViewController;
+    static constexpr objc::Name className{"PHKeypadViewController"};
+    static void define(objc::ClassDefinition<KeypadScreen>& definition);
+
+    void loadView() override;
+    const std::string& digits() const { return digits_; }
+
+  private:
+    void typeDigit(objc::Object button);
+    void removeDigit();
+    void call();
+    void addKey(uikit::View* pad, int index, const char* digit, const char* letters);
+    void showDigits();
+
+    std::string digits_;
+    objc::Ref<uikit::Label> number_;
+};
+
+}  // namespace phone

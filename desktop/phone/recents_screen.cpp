@@ -1,0 +1,170 @@
+// The host's own Recents list.
+#include "desktop/phone/recents_screen.h"
+
+#include "desktop/phone/call_time.h"
+#include "desktop/uikit/application.h"
+#include "desktop/uikit/bar_items.h"
+#include "desktop/uikit/table_view_cell.h"
+
+namespace phone {
+namespace {
+
+constexpr std::size_t listedCalls = 100;
+constexpr double rowHeight = 50;
+constexpr long detailButton = 4;
+constexpr long subtitleStyle = 3;
+constexpr long deleteStyle = 1;
+constexpr long noAnimation = 5;
+
+std::size_t rowOf(objc::Object path) { return static_cast<std::size_t>(objc::send<"row", long>(path)); }
+
+}  // namespace
+
+void RecentsScreen::define(objc::ClassDefinition<RecentsScreen>& definition) {
+    definition.method<"table", &RecentsScreen::table>()
+        .method<"loadView", &RecentsScreen::loadView>()
+        .method<"viewDidLoad", &RecentsScreen::viewDidLoad>()
+        .method<"viewDidAppear:", &RecentsScreen::viewDidAppear>()
+        .method<"numberOfSectionsInTableView:", &RecentsScreen::numberOfSections>()
+        .method<"tableView:numberOfRowsInSection:", &RecentsScreen::numberOfRows>()
+        .method<"tableView:cellForRowAtIndexPath:", &RecentsScreen::cellForRow>()
+        .method<"tableView:willDisplayCell:forRowAtIndexPath:", &RecentsScreen::willDisplayCell>()
+        .method<"tableView:canEditRowAtIndexPath:", &RecentsScreen::canEditRow>()
+        .method<"tableView:willBeginEditingRowAtIndexPath:", &RecentsScreen::willBeginEditingRow>()
+        .method<"tableView:didEndEditingRowAtIndexPath:", &RecentsScreen::didEndEditingRow>()
+        .method<"tableView:commitEditingStyle:forRowAtIndexPath:", &RecentsScreen::commitEditing>()
+        .method<"tableView:didSelectRowAtIndexPath:", &RecentsScreen::didSelectRow>()
+        .method<"tableView:accessoryButtonTappedForRowWithIndexPath:", &RecentsScreen::accessoryTapped>()
+        .method<"tableView:heightForRowAtIndexPath:", &RecentsScreen::heightForRow>()
+        .method<"callAtTableViewIndex:", &RecentsScreen::callAtIndex>()
+        .method<"_updateNavBarButtons", &RecentsScreen::updateNavigationBarButtons>()
+        .method<"filterChanged:", &RecentsScreen::filterChanged>()
+        .method<"toggleEditing", &RecentsScreen::toggleEditing>();
+}
+
+uikit::TableView* RecentsScreen::table() {
+    if (!table_) view();
+    return table_;
+}
+
+void RecentsScreen::loadView() {
+    table_ = objc::Ref<uikit::TableView>::make<"initWithFrame:">(uikit::Rect{{0, 0}, uikit::screenSize()});
+    table_->setAutoresizingMask(uikit::flexibleWidth | uikit::flexibleHeight);
+    setView(table_);
+}
+
+void RecentsScreen::viewDidLoad() {
+    objc::send<"setDataSource:">(table_->object(), object());
+    objc::send<"setDelegate:">(table_->object(), object());
+    const auto titles = objc::sendClass<"NSMutableArray", "array", objc::Object>();
+    for (const char* title : {"All", "Missed"}) objc::send<"addObject:">(titles, uikit::nsString(title));
+    filter_ = objc::Ref<uikit::SegmentedControl>::make<"initWithItems:">(titles);
+    constexpr double filterWidth = 160;
+    filter_->setFrame({{0, 0}, {filterWidth, uikit::SegmentedControl::height}});
+    filter_->setSelectedSegmentIndex(0);
+    filter_->addTargetActionForControlEvents(object(), objc::selector<"filterChanged:">(), uikit::valueChanged);
+    objc::peerOf<uikit::NavigationItem>(navigationItem())->setTitleView(filter_);
+    reload();
+}
+
+void RecentsScreen::viewWillAppear(bool) {
+    reload();
+    objc::send<"_updateNavBarButtons">(object());
+}
+
+void RecentsScreen::viewDidAppear(bool) {}
+
+void RecentsScreen::reload() {
+    calls_ = hostCallLog().read(filter_->selectedSegmentIndex() == 1, listedCalls);
+    objc::send<"reloadData">(table()->object());
+}
+
+void RecentsScreen::filterChanged(objc::Object) {
+    reload();
+    objc::send<"_updateNavBarButtons">(object());
+}
+
+void RecentsScreen::setEditingAnimated(bool editing, bool animated) {
+    ViewController::setEditingAnimated(editing, animated);
+    objc::send<"setEditing:animated:">(table()->object(), editing, animated);
+}
+
+void RecentsScreen::toggleEditing() {
+    objc::send<"setEditing:animated:">(object(), !isEditing(), true);
+    objc::send<"_updateNavBarButtons">(object());
+}
+
+void RecentsScreen::updateNavigationBarButtons() {
+    auto* item = objc::peerOf<uikit::NavigationItem>(navigationItem());
+    if (calls_.empty()) {
+        item->setRightBarButtonItem(nullptr);
+        return;
+    }
+    const long look = isEditing() ? uikit::BarButtonItem::done : uikit::BarButtonItem::edit;
+    item->setRightBarButtonItem(objc::Ref<uikit::BarButtonItem>::make<"initWithBarButtonSystemItem:target:action:">(
+        look, object(), objc::selector<"toggleEditing">()));
+}
+
+long RecentsScreen::numberOfSections(objc::Object) { return 1; }
+
+long RecentsScreen::numberOfRows(objc::Object, long) { return static_cast<long>(calls_.size()); }
+
+objc::Object RecentsScreen::cellForRow(objc::Object table, objc::Object path) {
+    const auto identifier = uikit::nsString("HostCall");
+    auto cell = objc::send<"dequeueReusableCellWithIdentifier:", objc::Object>(table, identifier);
+    if (!cell)
+        cell = objc::autorelease(objc::make<objc::Object, "initWithStyle:reuseIdentifier:">(
+            objc::classNamed<"UITableViewCell">(), subtitleStyle, identifier));
+    const std::size_t row = rowOf(path);
+    // While a plug-in decides how many rows there are, a row of ours may be missing.
+    const HostCall call = row < calls_.size() ? calls_[row] : HostCall{};
+    const auto name = objc::send<"textLabel", objc::Object>(cell);
+    objc::send<"setText:">(name, uikit::nsString(call.name.empty() ? call.address : call.name));
+    objc::send<"setTextColor:">(name,
+                                uikit::uiColor(call.missed ? uikit::palette::destructive : uikit::Color::black()));
+    const auto below = objc::send<"detailTextLabel", objc::Object>(cell);
+    const std::string kind = call.missed ? "missed" : call.outgoing ? "outgoing" : "incoming";
+    objc::send<"setText:">(below, uikit::nsString(kind + " · " + callTime(call.date)));
+    objc::send<"setTextColor:">(below, uikit::uiColor(uikit::palette::secondaryText));
+    objc::send<"setAccessoryType:">(cell, detailButton);
+    return cell;
+}
+
+void RecentsScreen::willDisplayCell(objc::Object, objc::Object cell, objc::Object) {
+    objc::send<"setBackgroundColor:">(cell, uikit::uiColor(uikit::Color::white()));
+}
+
+bool RecentsScreen::canEditRow(objc::Object, objc::Object) { return true; }
+void RecentsScreen::willBeginEditingRow(objc::Object, objc::Object) {}
+void RecentsScreen::didEndEditingRow(objc::Object, objc::Object) {}
+
+void RecentsScreen::commitEditing(objc::Object table, long style, objc::Object path) {
+    const std::size_t row = rowOf(path);
+    if (style != deleteStyle || row >= calls_.size() || !hostCallLog().remove(calls_[row].rowId)) return;
+    calls_.erase(calls_.begin() + static_cast<std::ptrdiff_t>(row));
+    const auto paths = objc::sendClass<"NSArray", "arrayWithObject:", objc::Object>(path);
+    objc::send<"deleteRowsAtIndexPaths:withRowAnimation:">(table, paths, noAnimation);
+    objc::send<"_updateNavBarButtons">(object());
+}
+
+void RecentsScreen::didSelectRow(objc::Object table, objc::Object path) {
+    objc::send<"deselectRowAtIndexPath:animated:">(table, path, true);
+    objc::send<"callAtTableViewIndex:", objc::Object>(object(), path);
+}
+
+void RecentsScreen::accessoryTapped(objc::Object, objc::Object path) {
+    objc::send<"callAtTableViewIndex:", objc::Object>(object(), path);
+}
+
+double RecentsScreen::heightForRow(objc::Object, objc::Object) { return rowHeight; }
+
+objc::Object RecentsScreen::callAtIndex(objc::Object path) {
+    const std::size_t row = rowOf(path);
+    if (row >= calls_.size()) return {};
+    const auto address = uikit::nsString("tel://" + calls_[row].address);
+    const auto url = objc::sendClass<"NSURL", "URLWithString:", objc::Object>(address);
+    if (url) objc::send<"openURL:", bool>(uikit::Application::shared()->object(), url);
+    return uikit::nsString(calls_[row].address);
+}
+
+}  // namespace phone

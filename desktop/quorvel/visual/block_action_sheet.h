@@ -1,0 +1,34 @@
+// BlockActionSheet: a sheet whose buttons run blocks.
+#pragma once
+
+#include "desktop/uikit/sheet.h"
+
+namespace quorvel {
+
+/// Keeps itself while it shows.
+class BlockActionSheet : public objc::PeerBase {
+  public:
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"BlockActionSheet"};
+    static void define(objc::ClassDefinition<BlockActionSheet>& definition);
+
+    // Messages of the same names. Blocks take nothing, are copied, may be nil, and run on the main thread after the
+    // sheet has begun to leave.
+    objc::Object initWithTitle(objc::Object title);
+    void setDestructiveButton(objc::Object title, const void* block);
+    void setCancelButton(objc::Object title, const void* block);
+    void addButton(objc::Object title, const void* block);
+    /// Shows it over the window of the view, or the key window.
+    void showInView(uikit::View* view);
+    /// Ends it; the button's block runs, none for -1. Nothing happens while it does not show.
+    void dismissWithClickedButtonIndexAnimated(long index, bool animated);
+
+  private:
+    void add(objc::Object title, const void* block, uikit::Sheet::Role role);
+
+    uikit::Sheet::Content content_;
+    std::vector<objc::Block<void()>> blocks_;
+    objc::Ref<uikit::Sheet> sheet_;
+};
+
+}  // namespace quorvel
