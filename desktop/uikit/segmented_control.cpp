@@ -11,6 +11,8 @@ namespace {
 constexpr double outlineRadius = 4;
 constexpr double lineWidth = 1;
 constexpr double margin = 10;
+constexpr double textMargin = 3;
+constexpr double smallestText = 9;
 constexpr double pressedShade = 0.15;
 constexpr double disabledAlpha = 0.4;
 
@@ -210,34 +212,39 @@ void SegmentedControl::drawContent(graphics::Canvas& canvas, const Segment& segm
         const double factor = std::min({1.0, rect.width() / image.size().width, rect.height() / image.size().height});
         const Size size{image.size().width * factor, image.size().height * factor};
         canvas.drawTinted(image, canvas.snapped(centred(size, rect)), color);
-    } else {
-        drawText(canvas, utf8(segment.title), rect.inset(4, 0), titleStyle(), color);
+        return;
+    }
+    const std::string title = utf8(segment.title);
+    const Rect place = rect.inset(textMargin, 0);
+    auto style = titleStyle();
+    while (style.font.size > smallestText && isTruncated(title, style, place.width())) style.font.size -= 0.5;
+    drawText(canvas, title, place, style, color);
+}
+
+void SegmentedControl::drawSegments(graphics::Canvas& canvas, const Rect& whole, const Color& color) const {
+    const graphics::SavedState saved(canvas);
+    canvas.clipRounded(whole, outlineRadius);
+    for (unsigned long i = 0; i < segments_.size(); ++i) {
+        const Rect rect = canvas.snapped(segmentRect(i));
+        const bool selected = static_cast<long>(i) == selected_;
+        if (selected) canvas.fill(rect, color);
+        if (static_cast<long>(i) == pressed_ && !selected) canvas.fill(rect, color.withAlpha(pressedShade));
+        if (i > 0) canvas.fill(canvas.snapped({{rect.left() - lineWidth / 2, 0}, {lineWidth, rect.height()}}), color);
     }
 }
 
 void SegmentedControl::draw(graphics::Canvas& canvas) {
     if (segments_.empty()) return;
-    const Color color = isEnabled() ? tint() : tint().withAlpha(disabledAlpha);
+    const Color color = tint();
     const Rect whole = canvas.snapped(bounds());
-    const graphics::SavedState saved(canvas);
-    {
-        const graphics::SavedState rounded(canvas);
-        canvas.clipRounded(whole, outlineRadius);
-        for (unsigned long i = 0; i < segments_.size(); ++i) {
-            const Rect rect = canvas.snapped(segmentRect(i));
-            const bool selected = static_cast<long>(i) == selected_;
-            if (selected) canvas.fill(rect, color);
-            if (static_cast<long>(i) == pressed_ && !selected)
-                canvas.fill(rect, color.withAlpha(color.alpha * pressedShade));
-            if (i > 0)
-                canvas.fill(canvas.snapped({{rect.left() - lineWidth / 2, 0}, {lineWidth, rect.height()}}), color);
-        }
-    }
+    if (!isEnabled()) canvas.beginGroup();
+    drawSegments(canvas, whole, color);
     canvas.strokeRounded(whole, outlineRadius, lineWidth, color);
     for (unsigned long i = 0; i < segments_.size(); ++i) {
         const Color plain = segments_[i].enabled ? color : color.withAlpha(disabledAlpha);
         drawContent(canvas, segments_[i], segmentRect(i), static_cast<long>(i) == selected_ ? Color::white() : plain);
     }
+    if (!isEnabled()) canvas.endGroup(disabledAlpha);
 }
 
 std::vector<std::string> SegmentedControl::drawnTexts() const {

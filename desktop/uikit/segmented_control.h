@@ -63,6 +63,7 @@ class SegmentedControl : public Control {
     };
     void insert(Segment segment, unsigned long index);
     void drawContent(graphics::Canvas& canvas, const Segment& segment, const Rect& rect, const Color& color) const;
+    void drawSegments(graphics::Canvas& canvas, const Rect& whole, const Color& color) const;
     void setPressed(long index);
 
     std::vector<Segment> segments_;

@@ -1,0 +1,108 @@
+// Segmented controls by message and by touch.
+#include "desktop/uikit/segmented_control.h"
+
+#include "tests/uikit/fixture.h"
+
+namespace uikit::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+class SegmentedControlTest : public ToolkitTest {
+  protected:
+    SegmentedControlTest() {
+        auto items = objc::sendClass<"NSMutableArray", "array", objc::Object>();
+        for (const char* title : {"All", "Out", "In", "Missed"}) objc::send<"addObject:">(items, nsString(title));
+        control_ = objc::Ref<SegmentedControl>::make<"initWithItems:">(items);
+        objc::send<"addTarget:action:forControlEvents:">(control_->object(), target_->object(),
+                                                         objc::selector<"pressed:">(), 4096UL);
+        control_->setFrame({{50, 100}, {220, 29}});
+        window().addSubview(control_);
+    }
+    objc::Ref<SegmentedControl> control_;
+    objc::Ref<Recorder> target_ = objc::Ref<Recorder>::make();
+};
+
+TEST_F(SegmentedControlTest, itemsBecomeSegmentsOfEqualWidthAndNoneIsSelected) {
+    EXPECT_EQ(control_->numberOfSegments(), 4u);
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(control_->segmentRect(2), (Rect{{110, 0}, {55, 29}}));
+    EXPECT_EQ(control_->drawnTexts(), (Names{"All", "Out", "In", "Missed"}));
+}
+
+TEST_F(SegmentedControlTest, aTapSelectsAndSendsValueChangedOnce) {
+    tap({50 + 60, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), 1);
+    EXPECT_EQ(target_->heard, Names{"pressed:"});
+    tap({50 + 60, 110});
+    EXPECT_EQ(target_->heard, Names{"pressed:"}) << "the selected segment was tapped";
+}
+
+TEST_F(SegmentedControlTest, selectingByMessageSendsNothing) {
+    objc::send<"setSelectedSegmentIndex:">(control_->object(), 3L);
+    EXPECT_EQ((objc::send<"selectedSegmentIndex", long>(control_->object())), 3);
+    EXPECT_EQ(target_->heard, Names{});
+}
+
+TEST_F(SegmentedControlTest, aFingerThatSlidesSelectsWhereItIsLifted) {
+    touch(TouchPhase::Began, {55, 110});
+    touch(TouchPhase::Moved, {230, 110});
+    touch(TouchPhase::Ended, {230, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), 3);
+}
+
+TEST_F(SegmentedControlTest, aFingerThatLeavesOrIsCancelledSelectsNothing) {
+    touch(TouchPhase::Began, {55, 110});
+    touch(TouchPhase::Moved, {55, 300});
+    touch(TouchPhase::Ended, {55, 300});
+    touch(TouchPhase::Began, {55, 110});
+    touch(TouchPhase::Cancelled, {55, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(target_->heard, Names{});
+}
+
+TEST_F(SegmentedControlTest, aSegmentThatIsSwitchedOffCannotBeChosen) {
+    control_->setEnabledForSegment(false, 1);
+    tap({50 + 60, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+}
+
+TEST_F(SegmentedControlTest, imagesReplaceTitles) {
+    const auto image = uiImage(graphics::Image({20, 20}, 1), "all_icon");
+    control_->setImageForSegment(image, 0);
+    EXPECT_EQ(control_->imageForSegment(0), image);
+    EXPECT_FALSE(control_->titleForSegment(0));
+    EXPECT_EQ(control_->drawnTexts(), (Names{"Out", "In", "Missed"}));
+}
+
+TEST_F(SegmentedControlTest, theSelectionStaysOnItsSegmentWhenOthersComeAndGo) {
+    control_->setSelectedSegmentIndex(1);
+    control_->insertTitleAtIndexAnimated(nsString("New"), 0, false);
+    EXPECT_EQ(control_->selectedSegmentIndex(), 2);
+    control_->removeAtIndexAnimated(0, false);
+    EXPECT_EQ(control_->selectedSegmentIndex(), 1);
+    control_->removeAtIndexAnimated(1, false);
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(control_->numberOfSegments(), 3u);
+}
+
+TEST_F(SegmentedControlTest, indicesOutOfRangeChangeNothing) {
+    control_->setSelectedSegmentIndex(4);
+    control_->setSelectedSegmentIndex(-2);
+    control_->setTitleForSegment(nsString("x"), 9);
+    control_->removeAtIndexAnimated(9, false);
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(control_->numberOfSegments(), 4u);
+    EXPECT_FALSE(control_->titleForSegment(9));
+}
+
+TEST_F(SegmentedControlTest, aMomentaryControlForgetsItsSelection) {
+    control_->setMomentary(true);
+    tap({55, 110});
+    tap({55, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(target_->heard, (Names{"pressed:", "pressed:"}));
+}
+
+}  // namespace
+}  // namespace uikit::test
