@@ -275,23 +275,28 @@ Class classOf() {
     Class superclass = detail::superclassOf<typename T::Super>();
     if (!superclass) return nullptr;
     Class cls = objc_allocateClassPair(superclass, T::className.text, 0);
-    if (!cls) return registered = reinterpret_cast<Class>(objc_getClass(T::className.text));
-    registered = cls;
+    if (cls) {
+        if constexpr (detail::isForeign<typename T::Super>) {
+            constexpr auto slotName = detail::join(Name{"peer_"}, T::className);
+            class_addIvar(cls, slotName.text, sizeof(detail::PeerSlot), 3, "^v");
+            class_addMethod(cls, selector<"dealloc">(), implementation(&detail::deallocate<T>), "v@:");
+        }
+        class_addMethod(object_getClass(raw(cls)), selector<"allocWithZone:">(), implementation(&detail::allocate<T>),
+                        "@@:^v");
+        registered = cls;
+        ClassDefinition<T> definition(cls);
+        T::define(definition);
+        objc_registerClassPair(cls);
+    } else {
+        // Another image that knows the same peer has registered it.
+        registered = reinterpret_cast<Class>(objc_getClass(T::className.text));
+    }
     if constexpr (detail::isForeign<typename T::Super>) {
         constexpr auto slotName = detail::join(Name{"peer_"}, T::className);
-        class_addIvar(cls, slotName.text, sizeof(detail::PeerSlot), 3, "^v");
-        class_addMethod(cls, selector<"dealloc">(), implementation(&detail::deallocate<T>), "v@:");
+        if (auto slot = class_getInstanceVariable(registered, slotName.text))
+            detail::peerSlotOffset<T> = ivar_getOffset(slot);
     }
-    class_addMethod(object_getClass(raw(cls)), selector<"allocWithZone:">(), implementation(&detail::allocate<T>),
-                    "@@:^v");
-    ClassDefinition<T> definition(cls);
-    T::define(definition);
-    objc_registerClassPair(cls);
-    if constexpr (detail::isForeign<typename T::Super>) {
-        constexpr auto slotName = detail::join(Name{"peer_"}, T::className);
-        detail::peerSlotOffset<T> = ivar_getOffset(class_getInstanceVariable(cls, slotName.text));
-    }
-    return cls;
+    return registered;
 }
 
 /// Registers the classes of all these peers: a library's list of what it brings.

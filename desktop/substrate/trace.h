@@ -28,7 +28,7 @@ enum class Ownership { shown, leftOut };
 std::optional<std::string> begin(const std::vector<std::string>& classes, Sink sink,
                                  Ownership ownership = Ownership::shown);
 
-/// Ends the trace. Once this has returned the sink is not called again.
+/// Ends the trace. Once this has returned the sink is not called again. Never called by the sink itself, nor is begin.
 void end();
 
 /// Says what the arguments of a selector are, where the installed type string does not: `types` is a type string of the

@@ -59,6 +59,18 @@ class Collar : public objc::PeerBase {
     Object sound() { return objc::sendSuper<"sound", Object>(Object{self}, objc::classOf<Collar>()); }
 };
 
+/// One peer as two images know it.
+struct Twin : objc::PeerBase {
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"PeerTestTwin"};
+    static void define(objc::ClassDefinition<Twin>&) {}
+};
+struct OtherTwin : objc::PeerBase {
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"PeerTestTwin"};
+    static void define(objc::ClassDefinition<OtherTwin>&) {}
+};
+
 struct Orphan : objc::PeerBase {
     using Super = objc::Foreign<"PeerTestNoSuchClass">;
     static constexpr objc::Name className{"PeerTestOrphan"};
@@ -142,6 +154,12 @@ TEST_F(Peer, aSecondRootOverAPeerClassHasBothPeers) {
 TEST_F(Peer, aMissingSuperclassMakesNoClass) {
     EXPECT_EQ(objc::classOf<Orphan>(), nullptr);
     EXPECT_EQ(objc_getClass("PeerTestOrphan"), nullptr);
+}
+
+TEST_F(Peer, aClassThatAnotherImageRegisteredGivesThePeerAllTheSame) {
+    auto twin = objc::Ref<Twin>::make();
+    EXPECT_EQ(objc::classOf<OtherTwin>(), objc::classOf<Twin>());
+    EXPECT_EQ(static_cast<void*>(objc::peerOf<OtherTwin>(twin.self())), static_cast<void*>(twin.get()));
 }
 
 int addedMethod(Object, int value) { return value + 1; }
