@@ -5,6 +5,11 @@
 
 #include "objc/wire.h"
 
+#if defined(__SANITIZE_THREAD__)
+extern "C" void __tsan_acquire(void* address);
+extern "C" void __tsan_release(void* address);
+#endif
+
 extern "C" {
 extern void* _NSConcreteStackBlock[32];
 void* _Block_copy(const void* block);
@@ -51,7 +56,12 @@ class Block<R(Arguments...)> {
         return *this;
     }
     ~Block() {
-        if (block_) _Block_release(block_);
+        if (!block_) return;
+#if defined(__SANITIZE_THREAD__)
+        // The blocks runtime's counting is not instrumented, so the sanitizer is told of the order it makes.
+        __tsan_release(const_cast<void*>(block_));
+#endif
+        _Block_release(block_);
     }
 
     explicit operator bool() const { return block_ != nullptr; }
@@ -83,7 +93,12 @@ class Block<R(Arguments...)> {
         static inline const Descriptor descriptor{
             0, sizeof(Literal),
             [](Literal* to, const Literal* from) { new (static_cast<void*>(&to->function)) Function(from->function); },
-            [](Literal* literal) { literal->function.~Function(); }};
+            [](Literal* literal) {
+#if defined(__SANITIZE_THREAD__)
+                __tsan_acquire(literal);
+#endif
+                literal->function.~Function();
+            }};
     };
 
     const void* block_ = nullptr;
