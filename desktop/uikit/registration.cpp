@@ -1,5 +1,6 @@
 // The classes of the toolkit: the whole list, and the moment when they are registered.
 #include "desktop/uikit/activity_indicator.h"
+#include "desktop/uikit/address.h"
 #include "desktop/uikit/alert_view.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/button.h"
@@ -49,7 +50,11 @@ void registerToolkit() {
 }
 
 namespace {
-[[gnu::constructor]] void registerAtLoad() { registerToolkit(); }
+[[gnu::constructor]] void registerAtLoad() {
+    registerToolkit();
+    const objc::AutoreleasePool pool;
+    acceptTelephoneAddresses();
+}
 }  // namespace
 
 }  // namespace uikit

@@ -78,6 +78,17 @@ TEST_F(ApplicationTest, addressesGoToTheOpenerAndNowhereWithoutOne) {
     EXPECT_FALSE(Application::shared()->openURL({}));
 }
 
+TEST_F(ApplicationTest, numbersWithAPlusAreAddressesAndBrokenTextIsNone) {
+    auto address = [](const char* text) {
+        return objc::sendClass<"NSURL", "URLWithString:", objc::Object>(nsString(text));
+    };
+    EXPECT_EQ(utf8(objc::send<"absoluteString", objc::Object>(address("tel://+4930123456"))), "tel://+4930123456");
+    EXPECT_EQ(utf8(objc::send<"scheme", objc::Object>(address("facetime-audio://+4930"))), "facetime-audio");
+    EXPECT_EQ(utf8(objc::send<"absoluteString", objc::Object>(address("tel://0049"))), "tel://0049");
+    EXPECT_FALSE(address("tel://+49 30"));
+    EXPECT_FALSE(address("tel://49 30"));
+}
+
 TEST_F(ApplicationTest, theNetworkIndicatorTurnsWithoutKeepingAnybodyFromSettling) {
     auto* application = Application::shared();
     objc::send<"setNetworkActivityIndicatorVisible:">(application->object(), true);
