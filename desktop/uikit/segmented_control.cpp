@@ -207,18 +207,26 @@ void SegmentedControl::trackingEnded(Point, bool) {
 void SegmentedControl::trackingCancelled() { setPressed(noSegment); }
 
 void SegmentedControl::drawContent(graphics::Canvas& canvas, const Segment& segment, const Rect& rect,
-                                   const Color& color) const {
+                                   const Color& color, const graphics::TextStyle& style) const {
     if (const auto image = imageOf(segment.image)) {
         const double factor = std::min({1.0, rect.width() / image.size().width, rect.height() / image.size().height});
         const Size size{image.size().width * factor, image.size().height * factor};
         canvas.drawTinted(image, canvas.snapped(centred(size, rect)), color);
         return;
     }
-    const std::string title = utf8(segment.title);
-    const Rect place = rect.inset(textMargin, 0);
+    drawText(canvas, utf8(segment.title), rect.inset(textMargin, 0), style, color);
+}
+
+/// All titles in one size: the largest in which the longest of them fits.
+graphics::TextStyle SegmentedControl::fittedStyle() const {
     auto style = titleStyle();
-    while (style.font.size > smallestText && isTruncated(title, style, place.width())) style.font.size -= 0.5;
-    drawText(canvas, title, place, style, color);
+    for (unsigned long i = 0; i < segments_.size(); ++i) {
+        if (!segments_[i].title) continue;
+        const std::string title = utf8(segments_[i].title);
+        const double width = segmentRect(i).inset(textMargin, 0).width();
+        while (style.font.size > smallestText && isTruncated(title, style, width)) style.font.size -= 0.5;
+    }
+    return style;
 }
 
 void SegmentedControl::drawSegments(graphics::Canvas& canvas, const Rect& whole, const Color& color) const {
@@ -240,9 +248,11 @@ void SegmentedControl::draw(graphics::Canvas& canvas) {
     if (!isEnabled()) canvas.beginGroup();
     drawSegments(canvas, whole, color);
     canvas.strokeRounded(whole, outlineRadius, lineWidth, color);
+    const auto style = fittedStyle();
     for (unsigned long i = 0; i < segments_.size(); ++i) {
         const Color plain = segments_[i].enabled ? color : color.withAlpha(disabledAlpha);
-        drawContent(canvas, segments_[i], segmentRect(i), static_cast<long>(i) == selected_ ? Color::white() : plain);
+        drawContent(canvas, segments_[i], segmentRect(i), static_cast<long>(i) == selected_ ? Color::white() : plain,
+                    style);
     }
     if (!isEnabled()) canvas.endGroup(disabledAlpha);
 }

@@ -62,7 +62,9 @@ class SegmentedControl : public Control {
         bool enabled = true;
     };
     void insert(Segment segment, unsigned long index);
-    void drawContent(graphics::Canvas& canvas, const Segment& segment, const Rect& rect, const Color& color) const;
+    void drawContent(graphics::Canvas& canvas, const Segment& segment, const Rect& rect, const Color& color,
+                     const graphics::TextStyle& style) const;
+    graphics::TextStyle fittedStyle() const;
     void drawSegments(graphics::Canvas& canvas, const Rect& whole, const Color& color) const;
     void setPressed(long index);
 

@@ -70,6 +70,9 @@ TEST_F(AnimationTest, aStepMayCancelItselfAndStartAnother) {
     advance(0.5);
     advance(0.5);
     EXPECT_EQ(others, 1);
+    advance(1);
+    EXPECT_EQ(others, 2);
+    EXPECT_FALSE(animationsRunning());
 }
 
 TEST_F(AnimationTest, everyCurveBeginsAtNothingAndEndsAtOne) {
