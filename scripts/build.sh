@@ -1,5 +1,5 @@
 # What ./run and ./test share in building: the locale, the configured directory of a preset, one build at a time.
-# Sourced; the functions expect the project's root as working directory.
+# Sourced; the functions expect the project's root as working directory, and pipefail to be set.
 
 # Names of people and texts are UTF-8 everywhere; a bare machine has no locale set.
 if [[ -z ${LC_ALL:-}${LC_CTYPE:-}${LANG:-} ]]; then
@@ -28,7 +28,7 @@ buildPreset() {
     (
         flock 9
         configurePreset "$@" || exit 1
-        if [[ $(ninja -C "build/$1" -n 2>/dev/null) == *"no work to do"* ]]; then exit 0; fi
-        ninja -C "build/$1" -j "$(nproc)" </dev/null >&2 9>&-
+        ninja -C "build/$1" -j "$(nproc)" </dev/null 2>&1 9>&- |
+            sed --unbuffered '/^ninja: Entering directory\|^ninja: no work to do\|Re-checking globbed directories/d' >&2
     ) 9>"build/$1/.lock"
 }
