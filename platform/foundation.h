@@ -113,6 +113,9 @@ struct NSBundle : NSObject {
     static constexpr objc::Name className{"NSBundle"};
 
     static NSBundle mainBundle() { return objc::send<"mainBundle", NSBundle>(cls<NSBundle>()); }
+    NSString localizedString(NSString key, NSString defaultValue, NSString table) const {
+        return objc::send<"localizedStringForKey:value:table:", NSString>(*this, key, defaultValue, table);
+    }
     NSString bundleIdentifier() const { return objc::send<"bundleIdentifier", NSString>(*this); }
 };
 

@@ -5,14 +5,17 @@
 #include "plugin/host/application.h"
 #include "plugin/host/install.h"
 #include "plugin/host/progress_indicator.h"
+#include "plugin/recents/deletion.h"
 #include "plugin/recents/editing.h"
 #include "plugin/recents/filter_controls.h"
 #include "plugin/recents/lifecycle.h"
 #include "plugin/recents/loading.h"
 #include "plugin/recents/paging.h"
 #include "plugin/recents/recents_list.h"
+#include "plugin/recents/search.h"
 #include "plugin/recents/switching.h"
 #include "plugin/rows/presentation.h"
+#include "plugin/rows/snapshot_list.h"
 
 namespace {
 
@@ -50,6 +53,7 @@ void installLifecycle(Class screen) {
                                                                                                                  "v@");
     add<"loadCallRecordsFromDB:", onRecents<&recents::loadCallRecordsFromDB>>(screen, "v@:@@");
     add<"initDatabase", onRecents<&recents::initDatabase>>(screen, "v@");
+    add<"searchTableView", onRecents<&recents::searchTableView>>(screen, "v@");
     add<"initializeCallList", onRecents<&recents::initializeCallList>>(screen, "v@");
     add<"loadCallRecsFromDBInBackGround", onRecents<&recents::loadCallRecsFromDBInBackGround>>(screen, "v@");
     add<"loadCallRecsFromDB", onRecents<&recents::loadCallRecsFromDB>>(screen, "v@");
@@ -70,14 +74,32 @@ void installList(Class screen) {
     add<"updateNavigationBarButtonItems:groupEdit:", onRecents<&recents::updateNavigationBarButtonItems>>(screen,
                                                                                                           "v@:@i:@i");
     add<"editButtonClicked:", onRecents<&recents::editButtonClicked>>(screen, "v@:@@");
+    add<"handleDeleteAllAction", onRecents<&recents::handleDeleteAllAction>>(screen, "v@");
+    add<"deleteAllAction:", onRecents<&recents::deleteAllAction>>(screen, "v@:@@");
     add<"getDeleteAllButtonText", onRecents<&recents::getDeleteAllButtonText>>(screen, "@@");
+    add<"removeCallsFromCallList:", onRecents<&recents::removeCallsFromCallList>>(screen, "v@:@@");
+    add<"removeSearchedRecords", onRecents<&recents::removeSearchedRecords>>(screen, "v@");
+    add<"removeSearchedRecordsInBackGround", onRecents<&recents::removeSearchedRecordsInBackGround>>(screen, "v@");
+    add<"removeAllRecordsInBackGround", onRecents<&recents::removeAllRecordsInBackGround>>(screen, "v@");
+    add<"removeAllRecords", onRecents<&recents::removeAllRecords>>(screen, "v@");
+    add<"removeRowData:indexPath:", onRecents<&recents::removeRowData>>(screen, "v@:@@:@@");
+    add<"removeSearchRecordFromList:sourceList:", onRecents<&recents::removeSearchRecordFromList>>(screen, "v@:@@:@@");
+    add<"updateSearchRecords:", onRecents<&recents::updateSearchRecords>>(screen, "v@:@@");
     add<"clearCallLists", onRecents<&recents::clearCallLists>>(screen, "v@");
     add<"updateDateEntry", onRecents<&recents::updateDateEntry>>(screen, "v@");
     add<"segMentBackGroundAction:", onRecents<&recents::segMentBackGroundAction>>(screen, "v@:@@");
     add<"segmentAction:", onRecents<&recents::segmentAction>>(screen, "v@:@@");
+    add<"loadMoreSearchedRecords", onRecents<&recents::loadMoreSearchedRecords>>(screen, "v@");
     add<"loadMoreRecordsAction", onRecents<&recents::loadMoreRecordsAction>>(screen, "v@");
     add<"getCallsDuration:", onRecents<&recents::getCallsDuration>>(screen, "i@:@@");
     add<"handleLoadMoreRecordsAction:", onRecents<&recents::handleLoadMoreRecordsAction>>(screen, "v@:@@");
+    add<"searchDisplayController:shouldReloadTableForSearchString:", onRecents<&recents::shouldReloadForSearchString>>(
+        screen, "i@:@@:@@");
+    add<"searchDisplayController:shouldReloadTableForSearchScope:", onRecents<&recents::shouldReloadForSearchScope>>(
+        screen, "i@:@@:@@");
+    add<"searchDisplayControllerWillBeginSearch:", onRecents<&recents::willBeginSearch>>(screen, "v@:@@");
+    add<"searchDisplayControllerWillEndSearch:", onRecents<&recents::willEndSearch>>(screen, "v@:@@");
+    add<"searchDisplayControllerDidEndSearch:", onRecents<&recents::didEndSearch>>(screen, "v@:@@");
 }
 
 void installTable(Class screen) {
@@ -100,6 +122,7 @@ void installTable(Class screen) {
 void installMethods() {
     if (Class application = objc::classNamed<"PhoneApplication">()) installOnApplication(application);
     if (Class screen = objc::classNamed<"PHRecentsViewController">()) {
+        rows::registerSnapshotList();
         installProgressIndicator(screen);
         installLifecycle(screen);
         installList(screen);

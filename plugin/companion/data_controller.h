@@ -58,6 +58,28 @@ struct QVDataController : NSObject {
     NSString getAllCallsDuration(std::int64_t seconds) const {
         return objc::send<"getAllCallsDuration:", NSString>(*this, seconds);
     }
+    /// Every call of the filter that matches the text, on that day or, with nil, on all days.
+    NSArray getSearchedRecordsFromDB(Filter filter, NSString text, NSString day) const {
+        return objc::send<"getSearchedRecordsFromDB:searchString:date:", NSArray>(*this, filter, text, day);
+    }
+    /// Deletes every call of the filter, on that day or, with nil, on all days.
+    bool removeCallsFromDB(Filter filter, NSString day) const {
+        return objc::send<"removeCallsFromDB:date:", bool>(*this, filter, day);
+    }
+    /// Deletes the listed calls.
+    bool removeDataFromDB(NSArray entries, Filter filter, bool forDate) const {
+        return objc::send<"removeDataFromDB:calFilterType:forDate:", bool>(*this, entries, filter, forDate);
+    }
+    /// Deletes one call, or what the entry folds.
+    bool removeData(QVCallEntry entry, Filter filter, NSString day) const {
+        return objc::send<"removeData:calFilterType:date:", bool>(*this, entry, filter, day);
+    }
+    /// Removes the entry from the service's lists in memory.
+    void removeEntriesFromCallList(QVCallEntry entry, Filter filter) const {
+        objc::send<"removeEntriesFromCallList:calFilterType:">(*this, entry, filter);
+    }
+    void setAllCallsDuration(std::int64_t seconds) const { objc::send<"setAllCallsDuration:">(*this, seconds); }
+    void showErrorMessage(NSString text) const { objc::send<"showErrorMessage:">(*this, text); }
     /// Sorts newest first, in place.
     void sortArray(NSMutableArray list) const { objc::send<"sortArray:">(*this, list); }
 };

@@ -16,4 +16,13 @@ struct QVCallEntry : NSObject {
     int date() const { return objc::send<"date", int>(*this); }
     /// Seconds.
     int duration() const { return objc::send<"duration", int>(*this); }
+    /// How many calls the entry stands for.
+    int count() const { return objc::send<"count", int>(*this); }
+    void setCount(int count) const { objc::send<"setCount:">(*this, count); }
+    /// The day of the entry, "yyyy-MM-dd".
+    NSString grpByDate() const { return objc::send<"grpByDate", NSString>(*this); }
+    bool isDialed() const { return objc::send<"isDialed", bool>(*this); }
+    bool isReceived() const { return objc::send<"isReceived", bool>(*this); }
+    bool isMissed() const { return objc::send<"isMissed", bool>(*this); }
+    bool isCanceled() const { return objc::send<"isCanceled", bool>(*this); }
 };

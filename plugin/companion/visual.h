@@ -47,6 +47,18 @@ struct MBProgressHUD : UIView {
 struct BlockActionSheet : NSObject {
     static constexpr objc::Name className{"BlockActionSheet"};
 
+    static objc::Strong<BlockActionSheet> makeWithTitle(NSString title) {
+        return objc::make<BlockActionSheet, "initWithTitle:">(objc::classNamed<"BlockActionSheet">(), title);
+    }
+    void setDestructiveButton(NSString title, const objc::Block<void()>& block) const {
+        objc::send<"setDestructiveButtonWithTitle:block:">(*this, title, block.get());
+    }
+    /// Without a block: it only ends the sheet.
+    void setCancelButton(NSString title) const {
+        objc::send<"setCancelButtonWithTitle:block:">(*this, title, static_cast<const void*>(nullptr));
+    }
+    void showInView(UIView view) const { objc::send<"showInView:">(*this, view); }
+
     void dismissWithClickedButtonIndex(NSInteger index, bool animated) const {
         objc::send<"dismissWithClickedButtonIndex:animated:">(*this, index, animated);
     }

@@ -23,9 +23,7 @@ void loadFilter(const CallList& list) {
     auto& state = list.state;
     objc::send<"initializeCallList">(list.screen);
     if (state.searching) {
-        auto& copies = ofFilter(state.filter(), state.allCallsCopyList, state.dldCallsCopyList, state.rcdCallsCopyList,
-                                state.msdCallsCopyList);
-        state.isAllRecsLoaded = static_cast<bool>(copies.load());
+        state.isAllRecsLoaded = static_cast<bool>(state.searchCopies().load());
         state.copyListOfItems.load()->removeAllObjects();
         objc::send<"searchTableView">(list.screen);
     }

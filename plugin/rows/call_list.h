@@ -48,6 +48,10 @@ struct CallListState {
 
     Filter filter() const { return static_cast<Filter>(filterType.get()); }
     Relaxed<std::int64_t>& pagingMemory() { return ofFilter(filter(), allCallCnt, dldCallCnt, rcdCallCnt, msdCallCnt); }
+    /// The filter's copies of what was found; see recents/search.h.
+    objc::StrongSlot<NSMutableArray>& searchCopies() {
+        return ofFilter(filter(), allCallsCopyList, dldCallsCopyList, rcdCallsCopyList, msdCallsCopyList);
+    }
     void forgetPaging() {
         allCallCnt = 0;
         dldCallCnt = 0;

@@ -1,0 +1,171 @@
+// Matching, the seen-set, and the delegate of the search display controller.
+#include "plugin/recents/search.h"
+
+#include "platform/dispatch.h"
+#include "plugin/companion/data_controller.h"
+#include "plugin/companion/settings.h"
+#include "plugin/recents/filter_controls.h"
+#include "plugin/recents/search_rule.h"
+#include "plugin/rows/snapshot_list.h"
+
+namespace recents {
+namespace {
+
+/// A missing text counts as an empty one, so that calls without a name are known again too.
+NSString orEmpty(NSString value) { return value ? value : text<"">(); }
+
+bool contains(NSString value, NSString part) {
+    constexpr NSUInteger withoutRegardToCase = 1;
+    return value && value.rangeOfString(part, withoutRegardToCase).length > 0;
+}
+
+bool matches(QVCallEntry entry, NSString part) {
+    return contains(entry.name(), part) || contains(entry.phoneNumber(), part);
+}
+
+/// What was found already: names and numbers while calls are grouped by contact, else record identities.
+class Seen {
+  public:
+    explicit Seen(bool grouped) : grouped_(grouped), keys_(NSMutableSet::make()) {}
+
+    bool holds(QVCallEntry entry) const {
+        if (!grouped_) return keys_->containsObject(NSNumber::numberWithInt(entry.iLogOID()));
+        // Each may have come from another entry.
+        return keys_->containsObject(orEmpty(entry.name())) && keys_->containsObject(orEmpty(entry.phoneNumber()));
+    }
+    void add(QVCallEntry entry) {
+        if (!grouped_) {
+            keys_->addObject(NSNumber::numberWithInt(entry.iLogOID()));
+            return;
+        }
+        keys_->addObject(orEmpty(entry.name()));
+        keys_->addObject(orEmpty(entry.phoneNumber()));
+    }
+
+  private:
+    bool grouped_;
+    objc::Strong<NSMutableSet> keys_;
+};
+
+void scan(NSArray entries, NSUInteger most, NSString part, Seen& seen, NSMutableArray found) {
+    const NSUInteger count = entries.count();
+    for (NSUInteger i = 0; i < count && i < most; ++i) {
+        auto entry = entries.objectAtIndex<QVCallEntry>(i);
+        if (!entry || !matches(entry, part) || seen.holds(entry)) continue;
+        found.addObject(entry);
+        seen.add(entry);
+    }
+}
+
+/// How many entries of the list the search looks at.
+NSUInteger entriesToScan(rows::CallListState& state) {
+    const std::int64_t pageSize = QVSettingsDataController::sharedInstance().minRec_Call();
+    const std::int64_t limit =
+        scanLimit(pageSize, {state.allCallCnt, state.dldCallCnt, state.rcdCallCnt, state.msdCallCnt}, state.filterType);
+    std::int64_t scanned = 0;
+    while (!scanEnds(scanned, pageSize, limit)) scanned = scanned < pageSize ? pageSize : limit;
+    return static_cast<NSUInteger>(scanned);
+}
+
+void findInLoadedCalls(rows::CallListState& state, NSString part, NSMutableArray found) {
+    Seen seen(QVSettingsDataController::sharedInstance().isGroupContacts_Call());
+    const NSUInteger already = found.count();
+    for (NSUInteger i = 0; i < already; ++i)
+        if (auto entry = found.objectAtIndex<QVCallEntry>(i)) seen.add(entry);
+    scan(state.srcList.load().get(), entriesToScan(state), part, seen, found);
+    auto copies = state.searchCopies().load();
+    scan(copies.get(), copies->count(), part, seen, found);
+}
+
+void endEditing(const CallList& list) {
+    if (!list.screen.isEditing()) return;
+    list.screen.setEditing(false, true);
+    objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, list.screen.isEditing(), true);
+}
+
+void startOver(rows::CallListState& state) {
+    state.copyListOfItems.load()->removeAllObjects();
+    state.isAllRecsLoaded = false;
+    dropSearchCopies(state);
+}
+
+}  // namespace
+
+void showEditButtonLater(const CallList& list) {
+    dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state = list.state] {
+        scopeControl({screen, state}).superview().viewWithTag(editButtonTag).setHidden(state.rowCount < 1);
+    });
+}
+
+void dropSearchCopies(rows::CallListState& state) {
+    for (auto* copies :
+         {&state.allCallsCopyList, &state.dldCallsCopyList, &state.rcdCallsCopyList, &state.msdCallsCopyList})
+        copies->exchange(NSMutableArray{})->removeAllObjects();
+}
+
+void searchTableView(CallList list) {
+    auto& state = list.state;
+    auto part = list.screen.searchDisplayController().searchBar().text();
+    if (!state.copyListOfItems.load()) state.copyListOfItems.compareExchange({}, rows::makeSnapshotList());
+    auto found = state.copyListOfItems.load();
+    const std::int64_t code = state.filterType;
+    // Always the plain list, also where days are shown.
+    if (code >= 1 && code <= 4)
+        state.srcList.store(listOfFilter(QVDataController::sharedInstance(), state.filter(), false));
+    if (part.length() == 0) {
+        if (auto entries = state.srcList.load()) found->addObjectsFromArray(entries.get());
+    } else {
+        findInLoadedCalls(state, part, found);
+    }
+    state.rowCount = static_cast<std::int64_t>(found->count());
+    showEditButtonLater(list);
+}
+
+bool shouldReloadForSearchString(CallList list, UISearchDisplayController, NSString) {
+    list.state.searching = true;
+    startOver(list.state);
+    objc::send<"searchTableView">(list.screen);
+    objc::send<"refreshTableData">(list.screen);
+    return list.state.searching;
+}
+
+bool shouldReloadForSearchScope(CallList list, UISearchDisplayController controller, NSInteger scope) {
+    auto& state = list.state;
+    state.filterType = static_cast<std::int64_t>(filterOfSegment(scope));
+    state.segmentedControl.load()->setSelectedSegmentIndex(scope);
+    state.searching = true;
+    auto results = controller.searchResultsTableView();
+    if (results.isEditing()) {
+        results.setEditing(false);
+        objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, false, false);
+    }
+    startOver(state);
+    objc::send<"searchTableView">(list.screen);
+    objc::send<"refreshTableData">(list.screen);
+    return state.searching;
+}
+
+void willBeginSearch(CallList list, UISearchDisplayController controller) {
+    endEditing(list);
+    controller.searchBar().setSelectedScopeButtonIndex(list.state.segmentedControl.load()->selectedSegmentIndex());
+}
+
+void willEndSearch(CallList list, UISearchDisplayController) {
+    endEditing(list);
+    list.state.searching = false;
+}
+
+void didEndSearch(CallList list, UISearchDisplayController controller) {
+    list.state.searching = false;
+    controller.searchResultsTableView().setEditing(false, true);
+    list.state.copyListOfItems.load()->removeAllObjects();
+    objc::send<"initializeCallList">(list.screen);
+    objc::send<"refreshTableData">(list.screen);
+    auto area = scopeControl(list).superview();
+    area.viewWithTag(deleteAllButtonTag).setHidden(true);
+    auto edit = objc::as<UIButton>(area.viewWithTag(editButtonTag));
+    edit.setSelected(false);
+    edit.setHidden(true);
+}
+
+}  // namespace recents

@@ -1,0 +1,31 @@
+// Search: the calls of the filter whose name or number holds the text, and what begins, changes and ends a search.
+#pragma once
+
+#include "plugin/rows/call_list.h"
+
+namespace recents {
+
+using rows::CallList;
+
+/// Adds the matches in the loaded list, and in the filter's copies, to what was found. Any thread.
+void searchTableView(CallList list);
+/// Adds the database's matches that were not found yet; a search that ended meanwhile is given nothing. Not for the
+/// main thread.
+void loadMoreSearchedRecords(CallList list);
+
+// The search display controller's delegate. Main thread.
+bool shouldReloadForSearchString(CallList list, UISearchDisplayController controller, NSString text);
+bool shouldReloadForSearchScope(CallList list, UISearchDisplayController controller, NSInteger scope);
+void willBeginSearch(CallList list, UISearchDisplayController controller);
+void willEndSearch(CallList list, UISearchDisplayController controller);
+void didEndSearch(CallList list, UISearchDisplayController controller);
+
+/// Whether two entries stand for the same in a list of matches: with grouping by contact the same name or else the same
+/// number.
+bool sameNameOrNumber(QVCallEntry left, QVCallEntry right);
+/// Empties and drops the four lists of copies.
+void dropSearchCopies(rows::CallListState& state);
+/// On the main queue: shows the search bar's edit button where something was found, else hides it.
+void showEditButtonLater(const CallList& list);
+
+}  // namespace recents

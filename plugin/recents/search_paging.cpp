@@ -1,0 +1,60 @@
+// The rest of a search's matches, fetched from the database in one go.
+#include "plugin/companion/data_controller.h"
+#include "plugin/companion/settings.h"
+#include "plugin/recents/search.h"
+#include "plugin/rows/snapshot_list.h"
+
+namespace recents {
+namespace {
+
+bool equalTexts(NSString left, NSString right) { return left && right && left.isEqualToString(right); }
+
+bool isShown(QVCallEntry entry, NSArray shown) {
+    const NSUInteger count = shown.count();
+    for (NSUInteger i = 0; i < count; ++i) {
+        auto other = shown.objectAtIndex<QVCallEntry>(i);
+        // The setting is read for every comparison: it may change while the list is long.
+        const bool grouped = QVSettingsDataController::sharedInstance().isGroupContacts_Call();
+        if (grouped ? sameNameOrNumber(other, entry) : other.ROWID() == entry.ROWID()) return true;
+    }
+    return false;
+}
+
+objc::Strong<NSMutableArray> notShownYet(NSArray fetched, NSArray shown) {
+    auto fresh = NSMutableArray::make();
+    fresh->addObjectsFromArray(fetched);
+    const NSUInteger count = fetched.count();
+    for (NSUInteger i = 0; i < count; ++i) {
+        auto entry = fetched.objectAtIndex<QVCallEntry>(i);
+        if (isShown(entry, shown)) fresh->removeObject(entry);
+    }
+    return fresh;
+}
+
+}  // namespace
+
+bool sameNameOrNumber(QVCallEntry left, QVCallEntry right) {
+    return equalTexts(left.name(), right.name()) || equalTexts(left.phoneNumber(), right.phoneNumber());
+}
+
+void loadMoreSearchedRecords(CallList list) {
+    auto& state = list.state;
+    if (!state.searching) return;
+    auto part = list.screen.searchDisplayController().searchBar().text();
+    auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(state.filter(), part, {});
+    state.isAllRecsLoaded = true;
+    auto found = state.copyListOfItems.load();
+    auto fresh = notShownYet(fetched, found->copy());
+    // Another thread may have ended or changed the search meanwhile: it is given nothing then.
+    if (!state.isAllRecsLoaded || !state.searching) return;
+    auto& slot = state.searchCopies();
+    if (!slot.load()) slot.compareExchange({}, rows::makeSnapshotList());
+    auto copies = slot.load();
+    copies->removeAllObjects();
+    copies->addObjectsFromArray(fresh.get());
+    found->addObjectsFromArray(fresh.get());
+    state.rowCount = static_cast<std::int64_t>(found->count());
+    showEditButtonLater(list);
+}
+
+}  // namespace recents
