@@ -72,7 +72,8 @@ class CallStore {
                         std::int64_t limit) const;
     /// All calls of the filter with the contact, or with the address where there is no contact.
     Result<std::vector<CallRecord>> history(Filter filter, std::int32_t contactId, std::string_view address) const;
-    /// The row that now stands where `row` stood: its newest remaining call, run or day. Nothing where none remains.
+    /// What remains of a row that was read before: the call or day, or the newest call from there on of the run.
+    /// Nothing where nothing remains.
     Result<std::optional<CallRecord>> remaining(Filter filter, Mode mode, const CallRecord& row) const;
     /// The call of the row identifier, if there is one.
     Result<std::optional<CallRecord>> call(std::int64_t rowId) const;

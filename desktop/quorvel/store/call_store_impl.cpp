@@ -1,0 +1,112 @@
+// Opening the connections, and the upkeep that spans them.
+#include "desktop/quorvel/store/call_store_impl.h"
+
+#include "desktop/quorvel/store/care.h"
+#include "desktop/quorvel/store/schema.h"
+
+namespace quorvel::store {
+namespace {
+
+std::unique_ptr<Connection> connect(const std::filesystem::path& path, Connection::Use use,
+                                    const OpenOptions& options) {
+    auto connection = std::make_unique<Connection>(path, use, options.busyBound, options.fileSystem);
+    // Before anything is set: a file that is not ours must stay as it is.
+    prepareSchema(*connection, options.busyBound);
+    configure(*connection, use);
+    return connection;
+}
+
+std::unique_ptr<Connection> writingConnection(const std::filesystem::path& path, const OpenOptions& options) {
+    checkHeader(path);
+    if (options.access == Access::readOnly) return nullptr;
+    auto connection = connect(path, Connection::Use::write, options);
+    if (connection->isReadOnly()) throw Failure{errorOf(SQLITE_CANTOPEN, "it may not be written", path)};
+    return connection;
+}
+
+Watch firstLook(Connection& connection) {
+    Transaction transaction(connection, Transaction::Kind::read);
+    return Watch().look(connection);
+}
+
+}  // namespace
+
+CallStore::Impl::Impl(const std::filesystem::path& path, const OpenOptions& options)
+    : path_(path),
+      options_(options),
+      writing_(writingConnection(path, options)),
+      reading_(connect(path, writing_ ? Connection::Use::read : Connection::Use::readFileOnly, options)),
+      reader_(*reading_),
+      queries_(path, options.busyBound, options.fileSystem) {
+    if (writing_) {
+        writeWatch_ = firstLook(*writing_);
+        if (writeWatch_.wasStranger) heal();
+    }
+    readWatch_ = firstLook(*reading_);
+}
+
+void CallStore::Impl::requireWriting() const {
+    if (writing_) return;
+    throw Failure{{ErrorKind::readOnly, "The call log " + path_.string() +
+                                            " was opened for reading only. Open it for writing to change it."}};
+}
+
+void CallStore::Impl::rebuildDerivedNow() { rebuildDerived(*writing_); }
+
+void CallStore::Impl::heal() {
+    const std::lock_guard lock(writeMutex_);
+    Transaction transaction(*writing_, Transaction::Kind::write);
+    Watch now = writeWatch_.look(*writing_);
+    rebuildDerived(*writing_);
+    now.revision = writing_->integerOf("select revision from state where one = 1");
+    now.wasStranger = false;
+    transaction.commit();
+    writeWatch_ = now;
+}
+
+std::vector<std::string> CallStore::Impl::verify() {
+    const std::lock_guard lock(readMutex_);
+    Transaction transaction(*reading_, Transaction::Kind::read);
+    auto findings = findContradictions(*reading_);
+    transaction.commit();
+    return findings;
+}
+
+void CallStore::Impl::rebuild() {
+    requireWriting();
+    {
+        const std::lock_guard lock(writeMutex_);
+        writing_->execute("reindex");
+    }
+    heal();
+}
+
+std::unique_ptr<Connection> CallStore::Impl::importConnection() {
+    requireWriting();
+    {
+        // The import's own connection has seen nothing yet and cannot tell a stranger's change.
+        const std::lock_guard lock(writeMutex_);
+        Transaction transaction(*writing_, Transaction::Kind::write);
+        Watch now = writeWatch_.look(*writing_);
+        if (now.wasStranger) {
+            rebuildDerived(*writing_);
+            now.revision = writing_->integerOf("select revision from state where one = 1");
+            transaction.commit();
+        }
+        writeWatch_ = now;
+    }
+    auto connection = connect(path_, Connection::Use::write, options_);
+    connection->execute("pragma cache_size = -65536");
+    return connection;
+}
+
+std::vector<CallRecord> CallStore::Impl::query(std::string_view text) {
+    const std::lock_guard lock(queryMutex_);
+    try {
+        return queries_.run(text);
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+}  // namespace quorvel::store

@@ -1,0 +1,165 @@
+// The one place that changes the tables `call` and `party`.
+#include "desktop/quorvel/store/call_writer.h"
+
+#include <unicode/utf8.h>
+
+#include <limits>
+
+namespace quorvel::store {
+namespace {
+
+bool isText(std::string_view text) {
+    const auto length = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 letter = 0;
+        U8_NEXT(text.data(), at, length, letter);
+        // A zero would end the text for others that read the file.
+        if (letter <= 0) return false;
+    }
+    return true;
+}
+
+Error badInput(const char* what, const std::string& advice) {
+    return {ErrorKind::badInput, std::string("The call's ") + what + ". " + advice + " The call was not written."};
+}
+
+}  // namespace
+
+std::optional<Error> objectionTo(const NewCall& call) {
+    constexpr std::int64_t last = std::numeric_limits<std::int32_t>::max();
+    if (call.date < 0 || call.date > last) {
+        return badInput("date lies outside the years 1970 to 2038", "Give seconds since 1970, up to 2147483647.");
+    }
+    if (call.duration < 0) return badInput("duration is negative", "Give seconds from 0 on.");
+    for (const std::string* text : {&call.address, &call.name, &call.label, &call.location}) {
+        if (text->size() > 100000) return badInput("texts are too long", "Give at most 100000 bytes each.");
+        if (!isText(*text)) return badInput("texts are not UTF-8, or hold a zero", "Convert them to UTF-8.");
+    }
+    return std::nullopt;
+}
+
+CallWriter::Party& CallWriter::partyOf(std::string_view address, std::int64_t contact) {
+    key_.assign(std::to_string(contact)).append(1, ' ').append(address);
+    const auto known = parties_.find(key_);
+    if (known != parties_.end()) return known->second;
+    Party party;
+    Statement& found = connection_.statement(
+        "select party, name, label from party indexed by party_by_address where address = ?1 and contact = ?2");
+    const ResetLater later(found);
+    if (found.bind(1, address).bind(2, contact).step()) {
+        party = {found.integer(0), std::string(found.text(1)), std::string(found.text(2))};
+    } else {
+        connection_.statement("insert into party (address, contact) values (?1, ?2)")
+            .bind(1, address)
+            .bind(2, contact)
+            .run();
+        party.number = connection_.lastRowId();
+    }
+    return parties_.emplace(key_, std::move(party)).first->second;
+}
+
+void CallWriter::nameParty(Party& party, std::string_view name, std::string_view label, bool always) {
+    const bool newName = (always || !name.empty()) && party.name != name;
+    const bool newLabel = (always || !label.empty()) && party.label != label;
+    if (!newName && !newLabel) return;
+    if (newName) party.name = name;
+    if (newLabel) party.label = label;
+    connection_.statement("update party set name = ?2, label = ?3 where party = ?1")
+        .bind(1, party.number)
+        .bind(2, party.name)
+        .bind(3, party.label)
+        .run();
+    renamed_ = true;
+}
+
+std::int64_t CallWriter::insert(const NewCall& call) {
+    Party& party = partyOf(call.address, call.contactId);
+    nameParty(party, call.name, call.label, false);
+    CallRow row;
+    row.date = call.date;
+    row.kind = static_cast<std::int64_t>(listOf(call.flags, call.duration));
+    row.duration = call.duration;
+    row.flags = call.flags;
+    row.party = party.number;
+    row.contact = call.contactId;
+    row.day = days_.dayOf(call.date);
+    const std::string day = dayText(row.day);
+    Statement& made = connection_.statement(
+        "insert into call (address, date, duration, flags, face_time_data_size, location, id, datetime, kind, party, "
+        "day) "
+        "values (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+    made.bind(1, call.address).bind(2, row.date).bind(3, row.duration).bind(4, row.flags);
+    made.bind(5, std::int64_t{call.faceTimeDataSize});
+    if (call.location.empty()) {
+        made.bindNull(6);
+    } else {
+        made.bind(6, call.location);
+    }
+    made.bind(7, row.contact).bind(8, day).bind(9, row.kind).bind(10, row.party).bind(11, row.day).run();
+    row.rowId = connection_.lastRowId();
+    ledger_.add(row);
+    return row.rowId;
+}
+
+std::int64_t CallWriter::erase(std::span<const std::int64_t> rowIds) {
+    expectMany(static_cast<std::int64_t>(rowIds.size()));
+    Statement& found = connection_.statement("select " QUORVEL_CALL_COLUMNS " from call where ROWID = ?1");
+    Statement& erased = connection_.statement("delete from call where ROWID = ?1");
+    std::int64_t count = 0;
+    for (const std::int64_t rowId : rowIds) {
+        CallRow row;
+        {
+            const ResetLater later(found);
+            if (!found.bind(1, rowId).step()) continue;
+            row = callRowOf(found);
+        }
+        ledger_.remove(row);
+        erased.bind(1, rowId).run();
+        ++count;
+    }
+    return count;
+}
+
+void CallWriter::eraseAll() {
+    connection_.execute("delete from call; delete from party;");
+    replaceSums(connection_, {});
+    parties_.clear();
+}
+
+std::int64_t CallWriter::link(std::string_view address, std::int64_t contact, std::string_view name,
+                              std::string_view label) {
+    std::vector<CallRow> calls;
+    {
+        Statement& found = connection_.statement("select " QUORVEL_CALL_COLUMNS
+                                                 " from call indexed by call_by_address where address = ?1");
+        const ResetLater later(found);
+        found.bind(1, address);
+        while (found.step()) calls.push_back(callRowOf(found));
+    }
+    if (calls.empty()) return 0;
+    expectMany(static_cast<std::int64_t>(calls.size()));
+    Party& party = partyOf(address, contact);
+    nameParty(party, name, label, true);
+    Statement& moved = connection_.statement("update call set id = ?2, party = ?3 where ROWID = ?1");
+    for (CallRow& call : calls) {
+        if (call.party == party.number) continue;
+        ledger_.remove(call);
+        call.contact = contact;
+        call.party = party.number;
+        moved.bind(1, call.rowId).bind(2, contact).bind(3, party.number).run();
+        ledger_.add(call);
+    }
+    return static_cast<std::int64_t>(calls.size());
+}
+
+void CallWriter::settle() {
+    ledger_.settle();
+    connection_
+        .statement(
+            "update state set revision = revision + 1, party_revision = party_revision + ?1, "
+            "last_row = coalesce((select seq from sqlite_sequence where name = 'call'), 0) where one = 1")
+        .bind(1, std::int64_t{renamed_})
+        .run();
+}
+
+}  // namespace quorvel::store

@@ -1,0 +1,166 @@
+// Opening, preparing, stepping; every code but success becomes a Failure with a message.
+#include "desktop/quorvel/store/database.h"
+
+#include <mutex>
+
+namespace quorvel::store {
+namespace {
+
+std::mutex observerMutex;
+std::function<void(std::string_view)>& observerSlot() {
+    static std::function<void(std::string_view)> observer;
+    return observer;
+}
+
+ErrorKind kindOf(int code) {
+    switch (code & 0xff) {
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return ErrorKind::damaged;
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM:
+        case SQLITE_AUTH:
+            return ErrorKind::unreadable;
+        case SQLITE_READONLY:
+            return ErrorKind::readOnly;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return ErrorKind::busy;
+        case SQLITE_FULL:
+            return ErrorKind::full;
+        default:
+            return ErrorKind::failed;
+    }
+}
+
+const char* adviceFor(ErrorKind kind) {
+    switch (kind) {
+        case ErrorKind::damaged:
+            return "Set the file aside and start anew, or restore a copy of it.";
+        case ErrorKind::unreadable:
+            return "Check that the file and its folder exist and may be read and written.";
+        case ErrorKind::readOnly:
+            return "Allow writing to the file and its folder.";
+        case ErrorKind::busy:
+            return "Another program is writing to it; try again when it has finished.";
+        case ErrorKind::full:
+            return "Make room on the disk and try again; nothing was changed.";
+        default:
+            return "Nothing was changed; try again.";
+    }
+}
+
+}  // namespace
+
+Error errorOf(int code, const std::string& detail, const std::filesystem::path& path) {
+    const ErrorKind kind = kindOf(code);
+    return {kind, "The call log " + path.string() + ": " + detail + ". " + adviceFor(kind)};
+}
+
+Statement::Statement(sqlite3* database, std::string_view text, const std::filesystem::path& path) : path_(&path) {
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()), SQLITE_PREPARE_PERSISTENT,
+                                        &statement, nullptr);
+    handle_.reset(statement);
+    if (code != SQLITE_OK) throw Failure{errorOf(code, sqlite3_errmsg(database), path)};
+}
+
+Statement& Statement::bind(int parameter, std::int64_t value) {
+    sqlite3_bind_int64(handle_.get(), parameter, value);
+    return *this;
+}
+
+Statement& Statement::bind(int parameter, std::string_view text) {
+    // A null pointer would bind NULL, so an empty text points somewhere.
+    const char* data = text.empty() ? "" : text.data();
+    sqlite3_bind_text64(handle_.get(), parameter, data, text.size(), SQLITE_STATIC, SQLITE_UTF8);
+    return *this;
+}
+
+Statement& Statement::bindNull(int parameter) {
+    sqlite3_bind_null(handle_.get(), parameter);
+    return *this;
+}
+
+bool Statement::step() {
+    const int code = sqlite3_step(handle_.get());
+    if (code == SQLITE_ROW) return true;
+    if (code != SQLITE_DONE) {
+        const Error error = errorOf(code, sqlite3_errmsg(sqlite3_db_handle(handle_.get())), *path_);
+        reset();
+        throw Failure{error};
+    }
+    reset();
+    return false;
+}
+
+void Statement::run() {
+    while (step()) {
+    }
+}
+
+std::string_view Statement::text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
+    return text ? std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column)))
+                : std::string_view();
+}
+
+Connection::Connection(std::filesystem::path path, Use use, std::chrono::milliseconds busyBound,
+                       const std::string& fileSystem)
+    : path_(std::move(path)) {
+    const int access = use == Use::readFileOnly ? SQLITE_OPEN_READONLY
+                                                : SQLITE_OPEN_READWRITE | (use == Use::write ? SQLITE_OPEN_CREATE : 0);
+    sqlite3* database = nullptr;
+    const int code = sqlite3_open_v2(path_.c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
+                                     fileSystem.empty() ? nullptr : fileSystem.c_str());
+    handle_.reset(database);
+    if (code != SQLITE_OK) throw Failure{errorOf(code, database ? sqlite3_errmsg(database) : "no memory", path_)};
+    sqlite3_extended_result_codes(database, 1);
+    sqlite3_busy_timeout(database, static_cast<int>(busyBound.count()));
+    sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+}
+
+Statement& Connection::statement(std::string_view text) {
+    const auto found = statements_.find(text);
+    if (found != statements_.end()) return found->second;
+    {
+        const std::lock_guard lock(observerMutex);
+        if (observerSlot()) observerSlot()(text);
+    }
+    return statements_.emplace(std::string(text), Statement(handle_.get(), text, path_)).first->second;
+}
+
+void Connection::execute(const char* text) {
+    const int code = sqlite3_exec(handle_.get(), text, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) throw Failure{errorOf(code, sqlite3_errmsg(handle_.get()), path_)};
+}
+
+std::int64_t Connection::integerOf(std::string_view text) {
+    Statement& asked = statement(text);
+    const ResetLater later(asked);
+    return asked.step() ? asked.integer(0) : 0;
+}
+
+void Connection::observeTexts(std::function<void(std::string_view)> observer) {
+    const std::lock_guard lock(observerMutex);
+    observerSlot() = std::move(observer);
+}
+
+Transaction::Transaction(Connection& connection, Kind kind) : connection_(&connection) {
+    connection.statement(kind == Kind::write ? "begin immediate" : "begin").run();
+}
+
+Transaction::~Transaction() {
+    // SQLite may have rolled back by itself after an error; then there is nothing left to undo.
+    if (open_ && sqlite3_get_autocommit(connection_->handle()) == 0) {
+        sqlite3_exec(connection_->handle(), "rollback", nullptr, nullptr, nullptr);
+    }
+}
+
+void Transaction::commit() {
+    connection_->statement("commit").run();
+    open_ = false;
+}
+
+}  // namespace quorvel::store

@@ -1,0 +1,114 @@
+// The file is opened for reading, writing is switched off besides, and the authorizer passes only reading.
+#include "desktop/quorvel/store/query_runner.h"
+
+#include <strings.h>
+
+namespace quorvel::store {
+namespace {
+
+constexpr std::chrono::seconds timeBound{10};
+constexpr int stepsBetweenLooks = 10000;
+
+int authorize(void*, int action, const char*, const char* second, const char*, const char*) {
+    switch (action) {
+        case SQLITE_SELECT:
+        case SQLITE_READ:
+        case SQLITE_RECURSIVE:
+            return SQLITE_OK;
+        case SQLITE_FUNCTION:
+            return second && strcasecmp(second, "load_extension") == 0 ? SQLITE_DENY : SQLITE_OK;
+        default:
+            return SQLITE_DENY;
+    }
+}
+
+/// Ends a statement that has run past its moment.
+int isLate(void* end) {
+    return std::chrono::steady_clock::now() > *static_cast<const std::chrono::steady_clock::time_point*>(end);
+}
+
+struct Finalize {
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Query = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+/// The one reading statement of the text, or null.
+Query prepare(sqlite3* database, std::string_view text) {
+    if (text.size() > 1000000) return nullptr;
+    sqlite3_stmt* statement = nullptr;
+    const char* rest = nullptr;
+    const int code = sqlite3_prepare_v2(database, text.data(), static_cast<int>(text.size()), &statement, &rest);
+    Query query(statement);
+    if (code != SQLITE_OK || !query || !sqlite3_stmt_readonly(statement) || sqlite3_stmt_isexplain(statement))
+        return nullptr;
+    // What follows may be blank or a comment; SQLite makes no statement of that.
+    const auto left = text.size() - static_cast<std::size_t>(rest - text.data());
+    sqlite3_stmt* second = nullptr;
+    const int secondCode = sqlite3_prepare_v2(database, rest, static_cast<int>(left), &second, nullptr);
+    const Query following(second);
+    return secondCode == SQLITE_OK && !following ? std::move(query) : nullptr;
+}
+
+std::string textOf(sqlite3_stmt* row, int column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(row, column))) : std::string();
+}
+
+}  // namespace
+
+QueryRunner::QueryRunner(const std::filesystem::path& path, std::chrono::milliseconds busyBound,
+                         const std::string& fileSystem)
+    : connection_(path, Connection::Use::readFileOnly, busyBound, fileSystem) {
+    connection_.execute("pragma temp_store = memory");
+    connection_.execute("pragma query_only = on");
+    sqlite3_limit(connection_.handle(), SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_set_authorizer(connection_.handle(), authorize, nullptr);
+}
+
+std::vector<CallRecord> QueryRunner::run(std::string_view text) {
+    sqlite3* database = connection_.handle();
+    const Query query = prepare(database, text);
+    if (!query) return {};
+    auto end = std::chrono::steady_clock::now() + timeBound;
+    sqlite3_progress_handler(database, stepsBetweenLooks, isLate, &end);
+    std::vector<CallRecord> records;
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(query.get())) == SQLITE_ROW) records.push_back(recordOf(query.get()));
+    sqlite3_progress_handler(database, 0, nullptr, nullptr);
+    if (code != SQLITE_DONE) records.clear();
+    return records;
+}
+
+CallRecord QueryRunner::recordOf(sqlite3_stmt* row) {
+    CallRecord record;
+    bool hasDate = false;
+    for (int column = 0; column < sqlite3_column_count(row); ++column) {
+        const char* given = sqlite3_column_name(row, column);
+        const auto isNamed = [&](const char* name) { return given && strcasecmp(given, name) == 0; };
+        const std::int64_t integer = sqlite3_column_int64(row, column);
+        if (isNamed("ROWID")) {
+            record.rowId = record.logId = integer;
+        } else if (isNamed("date")) {
+            record.date = integer;
+            hasDate = true;
+        } else if (isNamed("duration")) {
+            record.duration = static_cast<std::int32_t>(integer);
+        } else if (isNamed("flags")) {
+            record.flags = static_cast<std::int32_t>(integer);
+        } else if (isNamed("face_time_data_size")) {
+            record.faceTimeDataSize = static_cast<std::int32_t>(integer);
+        } else if (isNamed("id")) {
+            record.contactId = static_cast<std::int32_t>(integer);
+        } else if (isNamed("location")) {
+            record.location = textOf(row, column);
+        } else if (isNamed("address")) {
+            record.address = textOf(row, column);
+        } else if (isNamed("datetime")) {
+            record.day = textOf(row, column);
+        }
+    }
+    if (record.day.empty() && hasDate) record.day = dayText(days_.dayOf(record.date));
+    return record;
+}
+
+}  // namespace quorvel::store

@@ -1,0 +1,28 @@
+// Runs statements that others have put together, on a connection that cannot write.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "desktop/quorvel/store/call.h"
+#include "desktop/quorvel/store/database.h"
+#include "desktop/quorvel/store/local_days.h"
+
+namespace quorvel::store {
+
+class QueryRunner {
+  public:
+    /// The file must exist. Throws as opening does.
+    QueryRunner(const std::filesystem::path& path, std::chrono::milliseconds busyBound, const std::string& fileSystem);
+
+    /// A record a row; nothing where the text is not exactly one reading statement, fails, or runs for too long.
+    std::vector<CallRecord> run(std::string_view text);
+
+  private:
+    CallRecord recordOf(sqlite3_stmt* row);
+
+    Connection connection_;
+    LocalDays days_;
+};
+
+}  // namespace quorvel::store

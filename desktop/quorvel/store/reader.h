@@ -1,0 +1,98 @@
+// Reads rows of the lists on one connection: walks along the covering indices and folds while reading. Every operation
+// expects a reading transaction around it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "desktop/quorvel/store/call_row.h"
+#include "desktop/quorvel/store/search_index.h"
+
+namespace quorvel::store {
+
+/// A stretch of the log: calls of a filter below a cursor, not older than a moment, on one day where one is given.
+struct Stretch {
+    Filter filter = Filter::all;
+    Cursor below;
+    std::int64_t since = INT64_MIN;
+    std::optional<std::int64_t> day;
+};
+
+/// The bounds of a day's calls.
+struct DayBounds {
+    std::int64_t first = 0, last = 0;
+};
+
+/// Shows calls newest first until it is told to stop by an answer of false. Returns whether it was stopped.
+template <class See>
+bool walk(Connection& connection, const Stretch& stretch, See&& see);
+
+class Reader {
+  public:
+    explicit Reader(Connection& connection) : connection_(connection) {}
+
+    Page page(Filter filter, Mode mode, const Cursor& after, std::int64_t limit);
+    Cursor cursorAt(Filter filter, Mode mode, std::int64_t offset);
+    Page dayPage(Filter filter, bool folded, std::int64_t day, std::int64_t offset, std::int64_t limit);
+    Page search(Filter filter, std::string_view text, std::optional<std::int64_t> day, const Cursor& after,
+                std::int64_t limit);
+    std::vector<CallRecord> history(Filter filter, std::int64_t contact, std::string_view address);
+    std::optional<CallRecord> remaining(Filter filter, Mode mode, const CallRecord& row);
+    std::optional<CallRecord> call(std::int64_t rowId);
+    Totals totals(Filter filter, Mode mode);
+    Totals dayTotals(Filter filter, std::int64_t day);
+    std::int64_t newestRowId() { return connection_.integerOf("select last_row from state where one = 1"); }
+    std::int64_t revision() { return connection_.integerOf("select revision from state where one = 1"); }
+
+    // What a deletion is to take.
+    std::vector<std::int64_t> rowIdsOf(const Stretch& stretch);
+    std::vector<std::int64_t> rowIdsOfDay(Filter filter, std::int64_t day);
+    std::vector<std::int64_t> rowIdsOfRun(Filter filter, const CallRecord& head);
+    std::vector<CallRow> historyRows(Filter filter, std::int64_t contact, std::string_view address);
+
+    /// Forgets what is remembered of the parties where their revision is another.
+    void partiesAre(std::int64_t revision);
+
+  private:
+    struct Party {
+        std::string address, name, label;
+    };
+
+    Page folded(const Stretch& stretch, bool fold, std::int64_t skip, std::int64_t limit);
+    Page daysBelow(std::int64_t day, std::int64_t limit);
+    Cursor cursorInSpan(Filter filter, bool fold, std::int64_t span, std::int64_t number);
+    std::optional<DayBounds> boundsOf(std::int64_t day);
+    Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
+    const Party& party(std::int64_t number);
+    CallRecord recordOf(const CallRow& row, std::string_view location);
+    void appendRow(Page& page, std::int64_t rowId);
+
+    Connection& connection_;
+    SearchIndex index_;
+    std::unordered_map<std::int64_t, Party> parties_;
+    std::int64_t partyRevision_ = -1;
+};
+
+/// The statement of a walk; `part` 0 takes the rest of the second that the cursor stands in, 1 what is older.
+Statement& walkStatement(Connection& connection, const Stretch& stretch, int part);
+
+template <class See>
+bool walk(Connection& connection, const Stretch& stretch, See&& see) {
+    // Comparing (date, ROWID) as a pair would use the date only, so the walk has two parts.
+    for (const int part : {0, 1}) {
+        if (part == 0 && stretch.below.rowId == INT64_MIN) continue;
+        if (part == 0 && stretch.below.date == INT64_MAX) continue;
+        Statement& calls = walkStatement(connection, stretch, part);
+        const ResetLater later(calls);
+        while (calls.step()) {
+            const CallRow row = callRowOf(calls);
+            if (stretch.day && row.day != *stretch.day) continue;
+            if (!see(row, calls.text(locationColumn))) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace quorvel::store

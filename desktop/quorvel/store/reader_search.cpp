@@ -1,0 +1,206 @@
+// Calls found by whom they were with: search, history, and what a deletion is to take.
+#include <algorithm>
+
+#include "desktop/quorvel/store/local_days.h"
+#include "desktop/quorvel/store/reader.h"
+
+namespace quorvel::store {
+namespace {
+
+/// Rough costs of reaching an entry, measured in entries that a walk passes over.
+constexpr std::int64_t costOfParty = 4;
+constexpr std::int64_t costOfGathered = 3;
+
+std::int64_t product(std::int64_t one, std::int64_t other) {
+    std::int64_t result = 0;
+    return __builtin_mul_overflow(one, other, &result) ? INT64_MAX : result;
+}
+
+bool isNewer(const CallRow& one, const CallRow& other) {
+    return one.date != other.date ? one.date > other.date : one.rowId > other.rowId;
+}
+
+/// Shows the party's calls of the stretch, newest first, until it answers false.
+template <class See>
+void walkParty(Connection& connection, std::int64_t party, const Stretch& stretch, See&& see) {
+    Statement& calls = connection.statement(
+        "select date, ROWID, kind, day from call indexed by call_by_party where party = ?1 and date <= ?2 and date >= "
+        "?3 "
+        "order by date desc, ROWID desc");
+    const ResetLater later(calls);
+    calls.bind(1, party).bind(2, stretch.below.date).bind(3, stretch.since);
+    while (calls.step()) {
+        CallRow row;
+        row.date = calls.integer(0);
+        row.rowId = calls.integer(1);
+        row.kind = calls.integer(2);
+        row.party = party;
+        row.day = calls.integer(3);
+        if (row.date == stretch.below.date && row.rowId >= stretch.below.rowId) continue;
+        if (stretch.filter != Filter::all && row.kind != static_cast<std::int64_t>(stretch.filter)) continue;
+        if (stretch.day && row.day != *stretch.day) continue;
+        if (!see(row)) return;
+    }
+}
+
+}  // namespace
+
+void Reader::appendRow(Page& page, std::int64_t rowId) {
+    Statement& found = connection_.statement("select " QUORVEL_CALL_COLUMNS " from call where ROWID = ?1");
+    const ResetLater later(found);
+    if (found.bind(1, rowId).step()) page.rows.push_back(recordOf(callRowOf(found), found.text(locationColumn)));
+}
+
+std::optional<CallRecord> Reader::call(std::int64_t rowId) {
+    Page page;
+    appendRow(page, rowId);
+    return page.rows.empty() ? std::nullopt : std::optional(std::move(page.rows.front()));
+}
+
+Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
+    std::vector<CallRow> found;
+    for (const std::int64_t party : parties) {
+        // One more than fits shows whether anything follows.
+        std::int64_t ofParty = 0;
+        walkParty(connection_, party, stretch, [&](const CallRow& row) {
+            found.push_back(row);
+            return ++ofParty <= limit;
+        });
+    }
+    std::sort(found.begin(), found.end(), isNewer);
+    Page page;
+    page.next = stretch.below;
+    page.atEnd = static_cast<std::int64_t>(found.size()) <= limit;
+    if (!page.atEnd) found.resize(static_cast<std::size_t>(limit));
+    for (const CallRow& row : found) appendRow(page, row.rowId);
+    if (!found.empty()) page.next = {found.back().date, found.back().rowId, found.back().day};
+    return page;
+}
+
+Page Reader::search(Filter filter, std::string_view text, std::optional<std::int64_t> day, const Cursor& after,
+                    std::int64_t limit) {
+    Stretch stretch{filter, after, INT64_MIN, day};
+    std::int64_t calls = 0;
+    if (day) {
+        const std::optional<DayBounds> bounds = boundsOf(*day);
+        if (!bounds) return {{}, after, true};
+        stretch.since = bounds->first;
+        if (after.date > bounds->last) stretch.below = {bounds->last, INT64_MAX, *day};
+        calls = dayTotals(Filter::all, *day).calls;
+    } else {
+        calls = totals(Filter::all, {}).calls;
+    }
+    if (text.empty()) return folded(stretch, false, 0, limit);
+    index_.update(connection_, partyRevision_);
+    const FoundParties found = index_.find(text);
+    if (found.parties.empty()) return {{}, after, true};
+
+    // How rare the term is decides: a walk passes over what does not match, a gathering visits each party.
+    const std::int64_t all = totals(Filter::all, {}).calls;
+    const std::int64_t walked = std::min(calls, product(std::min(limit, found.calls), all / found.calls + 1));
+    const auto parties = static_cast<std::int64_t>(found.parties.size());
+    const std::int64_t gathered = std::min(found.calls, product(parties, limit));
+    if (product(parties, costOfParty) + product(gathered, costOfGathered) < walked) {
+        return gather(found.parties, stretch, limit);
+    }
+    std::vector<bool> matches(static_cast<std::size_t>(found.parties.back()) + 1);
+    for (const std::int64_t party : found.parties) matches[static_cast<std::size_t>(party)] = true;
+    Page page;
+    page.next = stretch.below;
+    const bool stopped = walk(connection_, stretch, [&](const CallRow& row, std::string_view location) {
+        const auto party = static_cast<std::size_t>(row.party);
+        if (party >= matches.size() || !matches[party]) return true;
+        if (static_cast<std::int64_t>(page.rows.size()) >= limit) return false;
+        page.rows.push_back(recordOf(row, location));
+        page.next = {row.date, row.rowId, row.day};
+        return true;
+    });
+    page.atEnd = !stopped;
+    return page;
+}
+
+std::vector<CallRow> Reader::historyRows(Filter filter, std::int64_t contact, std::string_view address) {
+    std::vector<std::int64_t> parties;
+    if (contact != noContact) {
+        Statement& found =
+            connection_.statement("select party from party indexed by party_by_contact where contact = ?1");
+        const ResetLater later(found);
+        found.bind(1, contact);
+        while (found.step()) parties.push_back(found.integer(0));
+    } else {
+        Statement& found = connection_.statement(
+            "select party from party indexed by party_by_address where address = ?1 and contact = -1");
+        const ResetLater later(found);
+        found.bind(1, address);
+        while (found.step()) parties.push_back(found.integer(0));
+    }
+    std::vector<CallRow> rows;
+    for (const std::int64_t party : parties) {
+        walkParty(connection_, party, {filter, {}, INT64_MIN, {}}, [&](const CallRow& row) {
+            rows.push_back(row);
+            return true;
+        });
+    }
+    std::sort(rows.begin(), rows.end(), isNewer);
+    return rows;
+}
+
+std::vector<CallRecord> Reader::history(Filter filter, std::int64_t contact, std::string_view address) {
+    Page page;
+    for (const CallRow& row : historyRows(filter, contact, address)) appendRow(page, row.rowId);
+    return std::move(page.rows);
+}
+
+std::optional<CallRecord> Reader::remaining(Filter filter, Mode mode, const CallRecord& row) {
+    const RowKind rows = rowKindOf(filter, mode);
+    if (rows == RowKind::call) return call(row.rowId);
+    if (rows == RowKind::day) {
+        const std::optional<std::int64_t> day = dayOfText(row.day);
+        if (!day) return std::nullopt;
+        Page page = daysBelow(*day + 1, 1);
+        if (page.rows.empty() || page.rows.front().day != row.day) return std::nullopt;
+        return std::move(page.rows.front());
+    }
+    Page page = folded({filter, {row.date, row.rowId + 1, INT64_MAX}, INT64_MIN, {}}, true, 0, 1);
+    if (page.rows.empty()) return std::nullopt;
+    CallRecord& found = page.rows.front();
+    const bool isSame =
+        found.contactId == row.contactId && (row.contactId != noContact || found.address == row.address);
+    return isSame ? std::optional(std::move(found)) : std::nullopt;
+}
+
+std::vector<std::int64_t> Reader::rowIdsOf(const Stretch& stretch) {
+    std::vector<std::int64_t> rowIds;
+    walk(connection_, stretch, [&](const CallRow& row, std::string_view) {
+        rowIds.push_back(row.rowId);
+        return true;
+    });
+    return rowIds;
+}
+
+std::vector<std::int64_t> Reader::rowIdsOfDay(Filter filter, std::int64_t day) {
+    const std::optional<DayBounds> bounds = boundsOf(day);
+    if (!bounds) return {};
+    return rowIdsOf({filter, {bounds->last, INT64_MAX, INT64_MAX}, bounds->first, day});
+}
+
+std::vector<std::int64_t> Reader::rowIdsOfRun(Filter filter, const CallRecord& head) {
+    std::vector<std::int64_t> rowIds;
+    std::optional<CallRow> first;
+    walk(connection_, {filter, {head.date, head.rowId + 1, INT64_MAX}, INT64_MIN, {}},
+         [&](const CallRow& row, std::string_view) {
+             if (!first) {
+                 const bool isHead = row.contact == head.contactId &&
+                                     (row.contact != noContact || party(row.party).address == head.address);
+                 if (!isHead) return false;
+                 first = row;
+             } else if (!isSameRun(*first, row)) {
+                 return false;
+             }
+             rowIds.push_back(row.rowId);
+             return true;
+         });
+    return rowIds;
+}
+
+}  // namespace quorvel::store

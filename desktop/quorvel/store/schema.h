@@ -1,0 +1,22 @@
+// The tables and indices of the call log, their version, and the recognition of a file that is none.
+#pragma once
+
+#include <chrono>
+
+#include "desktop/quorvel/store/database.h"
+
+namespace quorvel::store {
+
+constexpr int schemaVersion = 1;
+
+/// Throws foreign where the file exists and does not begin as a database does. A missing or empty file passes.
+void checkHeader(const std::filesystem::path& path);
+
+/// Makes the tables in an empty file; throws foreign, newer or damaged where the file is not a log of this version.
+/// Where the connection cannot write, an empty file is foreign too.
+void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound);
+
+/// Settings that each connection needs for itself.
+void configure(Connection& connection, Connection::Use use);
+
+}  // namespace quorvel::store

@@ -1,0 +1,33 @@
+// The machine's time zone for the length of a test.
+#pragma once
+
+#include <cstdlib>
+#include <ctime>
+#include <optional>
+#include <string>
+
+namespace quorvel::store {
+
+class TimeZone {
+  public:
+    explicit TimeZone(const char* name) {
+        if (const char* before = std::getenv("TZ")) before_ = before;
+        set(name);
+    }
+    ~TimeZone() { set(before_ ? before_->c_str() : nullptr); }
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+
+  private:
+    static void set(const char* name) {
+        if (name) {
+            setenv("TZ", name, 1);
+        } else {
+            unsetenv("TZ");
+        }
+        tzset();
+    }
+    std::optional<std::string> before_;
+};
+
+}  // namespace quorvel::store
