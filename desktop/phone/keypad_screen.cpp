@@ -65,8 +65,8 @@ void KeypadScreen::loadView() {
 
     auto callKey = objc::Ref<KeyButton>::make<"initWithFrame:">(keyRect(4, 1));
     callKey->fill = uikit::Color::fromHex(0x34C759);
-    callKey->setImageForState(uikit::uiImage(graphics::symbolImage(graphics::Symbol::PhoneFilled, uikit::screenScale())),
-                              uikit::normalState);
+    callKey->setImageForState(
+        uikit::uiImage(graphics::symbolImage(graphics::Symbol::PhoneFilled, uikit::screenScale())), uikit::normalState);
     callKey->setImageTint(uikit::Color::white());
     callKey->addTargetActionForControlEvents(object(), objc::selector<"call">(), uikit::touchUpInside);
     pad->addSubview(callKey);

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <ostream>
+
 namespace {
 
 using rows::numberOfRows;
@@ -13,6 +15,8 @@ struct Case {
     rows::RowSituation now;
     std::int64_t expected;
 };
+
+void PrintTo(const Case& each, std::ostream* out) { *out << each.holds; }
 
 class NumberOfRows : public testing::TestWithParam<Case> {};
 

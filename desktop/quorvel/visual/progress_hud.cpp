@@ -143,8 +143,8 @@ void ProgressHud::hideAfterDelay(bool animated, double seconds) {
         bool animated;
     };
     auto* context = new Context{objc::Ref<ProgressHud>(this), animated};
-    dispatch_after_f(dispatch_time(0, static_cast<std::int64_t>(seconds * nanoseconds)),
-                     dispatch::mainQueue(), context, [](void* kept) {
+    dispatch_after_f(dispatch_time(0, static_cast<std::int64_t>(seconds * nanoseconds)), dispatch::mainQueue(), context,
+                     [](void* kept) {
                          const std::unique_ptr<Context> owned(static_cast<Context*>(kept));
                          objc::send<"hide:">(owned->hud->object(), owned->animated);
                      });

@@ -1,0 +1,17 @@
+// The commands that act with a finger or the keyboard. Each answers what was wrong; empty when all went well.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desktop/phone/script_words.h"
+
+namespace phone {
+
+std::string tap(const std::vector<Word>& words);
+std::string swipe(const std::vector<Word>& words);
+std::string scroll(const Word& where);
+std::string search(const std::string& text);
+std::string cancelSearch();
+
+}  // namespace phone
