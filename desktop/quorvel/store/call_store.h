@@ -29,7 +29,7 @@ struct OpenOptions {
     /// How long a write waits for another process before it answers ErrorKind::busy.
     std::chrono::milliseconds busyBound{10000};
     /// Name of a registered SQLite file system; empty for the system's own.
-    std::string fileSystem;
+    std::string fileSystem = {};
 };
 
 constexpr std::int64_t noLimit = INT64_MAX;
