@@ -39,8 +39,8 @@ CallStore::Impl::Impl(const std::filesystem::path& path, const OpenOptions& opti
       reader_(*reading_),
       queries_(path, options.busyBound, options.fileSystem) {
     if (writing_) {
+        if (firstLook(*writing_).wasStranger) heal();
         writeWatch_ = firstLook(*writing_);
-        if (writeWatch_.wasStranger) heal();
     }
     readWatch_ = firstLook(*reading_);
 }
@@ -56,12 +56,10 @@ void CallStore::Impl::rebuildDerivedNow() { rebuildDerived(*writing_); }
 void CallStore::Impl::heal() {
     const std::lock_guard lock(writeMutex_);
     Transaction transaction(*writing_, Transaction::Kind::write);
-    Watch now = writeWatch_.look(*writing_);
+    // Another store may have been faster.
+    if (!Watch().look(*writing_).wasStranger) return;
     rebuildDerived(*writing_);
-    now.revision = writing_->integerOf("select revision from state where one = 1");
-    now.wasStranger = false;
     transaction.commit();
-    writeWatch_ = now;
 }
 
 std::vector<std::string> CallStore::Impl::verify() {
@@ -74,27 +72,15 @@ std::vector<std::string> CallStore::Impl::verify() {
 
 void CallStore::Impl::rebuild() {
     requireWriting();
-    {
-        const std::lock_guard lock(writeMutex_);
-        writing_->execute("reindex");
-    }
-    heal();
+    const std::lock_guard lock(writeMutex_);
+    Transaction transaction(*writing_, Transaction::Kind::write);
+    writing_->execute("reindex");
+    rebuildDerived(*writing_);
+    transaction.commit();
 }
 
 std::unique_ptr<Connection> CallStore::Impl::importConnection() {
     requireWriting();
-    {
-        // The import's own connection has seen nothing yet and cannot tell a stranger's change.
-        const std::lock_guard lock(writeMutex_);
-        Transaction transaction(*writing_, Transaction::Kind::write);
-        Watch now = writeWatch_.look(*writing_);
-        if (now.wasStranger) {
-            rebuildDerived(*writing_);
-            now.revision = writing_->integerOf("select revision from state where one = 1");
-            transaction.commit();
-        }
-        writeWatch_ = now;
-    }
     auto connection = connect(path_, Connection::Use::write, options_);
     connection->execute("pragma cache_size = -65536");
     return connection;

@@ -53,7 +53,6 @@ class CallStore::Impl {
             const std::int64_t result = work(writer, reader);
             if (result == 0 && !now.wasStranger) return result;
             writer.settle();
-            now.revision = writing_->integerOf("select revision from state where one = 1");
             transaction.commit();
             writeWatch_ = now;
             return result;
@@ -62,7 +61,7 @@ class CallStore::Impl {
 
     std::vector<std::string> verify();
     void rebuild();
-    /// A connection for an import, with the sums right before it begins.
+    /// A connection for an import.
     std::unique_ptr<Connection> importConnection();
     std::vector<CallRecord> query(std::string_view text);
     const std::filesystem::path& path() const { return path_; }

@@ -147,7 +147,7 @@ void rebuildDerived(Connection& connection) {
     rewritePartyCalls(connection, sums);
     connection
         .statement(
-            "update state set revision = revision + 1, party_revision = party_revision + 1, "
+            "update state set revision = revision + 1, party_revision = party_revision + 1, touched = 0, "
             "last_row = coalesce((select seq from sqlite_sequence where name = 'call'), 0) where one = 1")
         .run();
 }

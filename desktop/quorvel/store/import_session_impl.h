@@ -2,16 +2,19 @@
 #pragma once
 
 #include "desktop/quorvel/store/call_writer.h"
+#include "desktop/quorvel/store/care.h"
 #include "desktop/quorvel/store/import_session.h"
+#include "desktop/quorvel/store/watch.h"
 
 namespace quorvel::store {
 
 class ImportSession::Impl {
   public:
     explicit Impl(std::unique_ptr<Connection> connection)
-        : connection_(std::move(connection)),
-          transaction_(std::in_place, *connection_, Transaction::Kind::write),
-          writer_(std::in_place, *connection_) {}
+        : connection_(std::move(connection)), transaction_(std::in_place, *connection_, Transaction::Kind::write) {
+        if (Watch().look(*connection_).wasStranger) rebuildDerived(*connection_);
+        writer_.emplace(*connection_);
+    }
 
     bool isOpen() const { return transaction_.has_value(); }
     std::int64_t added() const { return added_; }

@@ -12,7 +12,7 @@ namespace {
 std::string walkText(bool ofKind, int part) {
     std::string text = "select " QUORVEL_CALL_COLUMNS " from call indexed by ";
     text += ofKind ? "call_by_kind where kind = ?4 and " : "call_by_date where ";
-    text += part == 0 ? "date = ?1 and date >= ?2 and ROWID < ?3 order by ROWID desc"
+    text += part == 0 ? "date = ?1 and ROWID < ?3 order by ROWID desc"
                       : "date < ?1 and date >= ?2 order by date desc, ROWID desc";
     return text;
 }
@@ -23,8 +23,8 @@ Statement& walkStatement(Connection& connection, const Stretch& stretch, int par
     static const std::array texts = {walkText(false, 0), walkText(false, 1), walkText(true, 0), walkText(true, 1)};
     const bool ofKind = stretch.filter != Filter::all;
     Statement& calls = connection.statement(texts[(ofKind ? 2U : 0U) + static_cast<std::size_t>(part)]);
-    calls.bind(1, stretch.below.date).bind(2, stretch.since);
-    if (part == 0) calls.bind(3, stretch.below.rowId);
+    calls.bind(1, stretch.below.date);
+    part == 0 ? calls.bind(3, stretch.below.rowId) : calls.bind(2, stretch.since);
     if (ofKind) calls.bind(4, static_cast<std::int64_t>(stretch.filter));
     return calls;
 }

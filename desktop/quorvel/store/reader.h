@@ -83,7 +83,7 @@ bool walk(Connection& connection, const Stretch& stretch, See&& see) {
     // Comparing (date, ROWID) as a pair would use the date only, so the walk has two parts.
     for (const int part : {0, 1}) {
         if (part == 0 && stretch.below.rowId == INT64_MIN) continue;
-        if (part == 0 && stretch.below.date == INT64_MAX) continue;
+        if (part == 0 && (stretch.below.date == INT64_MAX || stretch.below.date < stretch.since)) continue;
         Statement& calls = walkStatement(connection, stretch, part);
         const ResetLater later(calls);
         while (calls.step()) {

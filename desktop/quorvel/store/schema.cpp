@@ -62,10 +62,17 @@ create table total (
 );
 create table state (
     one integer primary key check (one = 1),
-    revision integer not null, party_revision integer not null, last_row integer not null, days integer not null
+    revision integer not null, party_revision integer not null, last_row integer not null, days integer not null,
+    touched integer not null
 );
 insert into total values (1, 0, 0, 0), (2, 0, 0, 0), (3, 0, 0, 0), (4, 0, 0, 0);
-insert into state values (1, 0, 0, 0, 0);
+insert into state values (1, 0, 0, 0, 0, 0);
+create trigger call_added_by_a_stranger after insert on call begin update state set touched = 1; end;
+create trigger call_changed_by_a_stranger after update on call begin update state set touched = 1; end;
+create trigger call_deleted_by_a_stranger after delete on call begin update state set touched = 1; end;
+create trigger party_added_by_a_stranger after insert on party begin update state set touched = 1; end;
+create trigger party_changed_by_a_stranger after update on party begin update state set touched = 1; end;
+create trigger party_deleted_by_a_stranger after delete on party begin update state set touched = 1; end;
 pragma application_id = 0x51756f72;
 pragma user_version = 1;
 )";
@@ -106,7 +113,7 @@ void checkTables(Connection& connection) {
         "select dialled, received, missed, dialled_duration, received_duration, first, last from day where day = 0",
         "select dialled, received, missed, all_runs, dialled_runs, received_runs, missed_runs from span where span = 0",
         "select calls, duration, runs from total where filter = 1",
-        "select revision, party_revision, last_row, days from state where one = 1",
+        "select revision, party_revision, last_row, days, touched from state where one = 1",
     };
     for (const char* text : texts) {
         try {

@@ -1,0 +1,206 @@
+// The store beside bare SQLite on the same data: the first page at every size of the log, deep pages, search, import.
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <map>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "desktop/quorvel/store/call_store.h"
+#include "desktop/quorvel/store/import_session.h"
+
+namespace {
+
+using namespace quorvel::store;
+
+template <class Value>
+Value valueOf(Result<Value> result) {
+    if (!result) throw std::runtime_error(result.error().message);
+    return std::move(*result);
+}
+
+/// People called with skew, a call every six minutes or so, a few at the same second.
+std::vector<NewCall> makeCalls(std::int64_t count) {
+    std::mt19937_64 random(1);
+    std::vector<NewCall> calls(static_cast<std::size_t>(count));
+    const auto parties = static_cast<double>(std::max<std::int64_t>(10, count / 18));
+    std::int64_t date = 1'000'000'000;
+    for (NewCall& call : calls) {
+        const double chance = static_cast<double>(random() % 1000000) / 1000000.0;
+        const auto party = static_cast<std::int64_t>(chance * chance * chance * parties);
+        call.address = "+4930" + std::to_string(1000000 + party);
+        call.contactId = party % 3 == 0 ? noContact : static_cast<std::int32_t>(party);
+        if (party % 3 != 0) call.name = "Person " + std::to_string(party);
+        if (party % 5 == 0) call.location = "Berlin";
+        date += static_cast<std::int64_t>(random() % 720);
+        call.date = date;
+        call.duration = random() % 3 == 0 ? 0 : static_cast<std::int32_t>(random() % 900);
+        call.flags = random() % 2 == 0 ? 4 : 5;
+    }
+    return calls;
+}
+
+class Folder {
+  public:
+    Folder() {
+        std::string name = (std::filesystem::temp_directory_path() / "store-benchmark-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no folder for the benchmark");
+        path_ = name;
+    }
+    ~Folder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    std::filesystem::path file(const std::string& name) const { return path_ / name; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// One log of each size, made once for all benchmarks.
+CallStore& storeOf(std::int64_t count) {
+    static const Folder folder;
+    static std::map<std::int64_t, CallStore> stores;
+    const auto known = stores.find(count);
+    if (known != stores.end()) return known->second;
+    CallStore store = valueOf(CallStore::open(folder.file(std::to_string(count) + ".db")));
+    ImportSession session = valueOf(store.beginImport());
+    for (const NewCall& call : makeCalls(count)) valueOf(session.add(call));
+    valueOf(session.finish());
+    return stores.emplace(count, std::move(store)).first->second;
+}
+
+void bareFirstPage(benchmark::State& state) {
+    sqlite3* database = nullptr;
+    sqlite3_open(storeOf(state.range(0)).path().c_str(), &database);
+    sqlite3_stmt* page = nullptr;
+    sqlite3_prepare_v2(
+        database,
+        "select ROWID, address, date, duration, flags, id, datetime, location from call indexed by call_by_date "
+        "order by date desc, ROWID desc limit 50",
+        -1, &page, nullptr);
+    for (auto _ : state) {
+        std::int64_t sum = 0;
+        while (sqlite3_step(page) == SQLITE_ROW) {
+            for (const int column : {0, 2, 3, 4, 5}) sum += sqlite3_column_int64(page, column);
+            for (const int column : {1, 6, 7}) benchmark::DoNotOptimize(sqlite3_column_text(page, column));
+        }
+        sqlite3_reset(page);
+        benchmark::DoNotOptimize(sum);
+    }
+    sqlite3_finalize(page);
+    sqlite3_close(database);
+}
+
+template <bool byDate, bool byContact, Filter filter>
+void firstPage(benchmark::State& state) {
+    const CallStore& store = storeOf(state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(store.page(filter, {byDate, byContact}, Cursor::top(), 50));
+}
+
+template <bool byContact>
+void pageInTheMiddle(benchmark::State& state) {
+    const CallStore& store = storeOf(state.range(0));
+    const std::int64_t middle = state.range(0) / 3;
+    for (auto _ : state) benchmark::DoNotOptimize(store.pageAt(Filter::all, {false, byContact}, middle, 50));
+}
+
+void totals(benchmark::State& state) {
+    const CallStore& store = storeOf(state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(store.totals(Filter::received, {false, true}));
+}
+
+void search(benchmark::State& state, const char* term) {
+    const CallStore& store = storeOf(state.range(0));
+    for (auto _ : state) benchmark::DoNotOptimize(store.search(Filter::all, term, {}, Cursor::top(), 50));
+}
+
+void appendOne(benchmark::State& state) {
+    CallStore& store = storeOf(state.range(0));
+    NewCall call;
+    call.address = "5551234";
+    call.date = 1'900'000'000;
+    for (auto _ : state) {
+        const std::int64_t rowId = valueOf(store.append(call));
+        valueOf(store.deleteCalls({&rowId, 1}));
+    }
+}
+
+/// The same rows into a table with the same indices, in one transaction, and nothing else kept.
+void bareImport(benchmark::State& state) {
+    const auto calls = makeCalls(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        const Folder folder;
+        // The store makes the table and its indices.
+        valueOf(CallStore::open(folder.file("bare.db")));
+        sqlite3* database = nullptr;
+        sqlite3_open(folder.file("bare.db").c_str(), &database);
+        sqlite3_exec(database, "pragma synchronous = full; pragma cache_size = -65536", nullptr, nullptr, nullptr);
+        state.ResumeTiming();
+        sqlite3_exec(database, "begin immediate", nullptr, nullptr, nullptr);
+        sqlite3_stmt* insert = nullptr;
+        sqlite3_prepare_v2(
+            database,
+            "insert into call (address, date, duration, flags, face_time_data_size, location, id, datetime, kind, "
+            "party, day) values (?1, ?2, ?3, ?4, 0, ?5, ?6, '2024-01-01', ?7, ?6, ?8)",
+            -1, &insert, nullptr);
+        for (const NewCall& call : calls) {
+            sqlite3_bind_text(insert, 1, call.address.data(), static_cast<int>(call.address.size()), SQLITE_STATIC);
+            sqlite3_bind_int64(insert, 2, call.date);
+            sqlite3_bind_int64(insert, 3, call.duration);
+            sqlite3_bind_int64(insert, 4, call.flags);
+            sqlite3_bind_text(insert, 5, call.location.data(), static_cast<int>(call.location.size()), SQLITE_STATIC);
+            sqlite3_bind_int64(insert, 6, call.contactId);
+            sqlite3_bind_int64(insert, 7, static_cast<std::int64_t>(listOf(call.flags, call.duration)));
+            sqlite3_bind_int64(insert, 8, call.date / 86400);
+            sqlite3_step(insert);
+            sqlite3_reset(insert);
+        }
+        sqlite3_finalize(insert);
+        sqlite3_exec(database, "commit", nullptr, nullptr, nullptr);
+        state.PauseTiming();
+        sqlite3_close(database);
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void import(benchmark::State& state) {
+    const auto calls = makeCalls(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        const Folder folder;
+        CallStore store = valueOf(CallStore::open(folder.file("store.db")));
+        state.ResumeTiming();
+        ImportSession session = valueOf(store.beginImport());
+        for (const NewCall& call : calls) valueOf(session.add(call));
+        valueOf(session.finish());
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+#define EACH_SIZE ->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond)
+
+BENCHMARK(bareFirstPage) EACH_SIZE;
+BENCHMARK(firstPage<false, false, Filter::all>)->Name("firstPageOfCalls") EACH_SIZE;
+BENCHMARK(firstPage<false, false, Filter::missed>)->Name("firstPageOfMissedCalls") EACH_SIZE;
+BENCHMARK(firstPage<false, true, Filter::all>)->Name("firstPageOfRuns") EACH_SIZE;
+BENCHMARK(firstPage<true, false, Filter::all>)->Name("firstPageOfDays") EACH_SIZE;
+BENCHMARK(pageInTheMiddle<false>)->Name("pageOfCallsByRowNumber") EACH_SIZE;
+BENCHMARK(pageInTheMiddle<true>)->Name("pageOfRunsByRowNumber") EACH_SIZE;
+BENCHMARK(totals) EACH_SIZE;
+BENCHMARK_CAPTURE(search, commonTerm, "person 1") EACH_SIZE;
+BENCHMARK_CAPTURE(search, rareTerm, "493010009") EACH_SIZE;
+BENCHMARK_CAPTURE(search, noMatch, "nobody") EACH_SIZE;
+BENCHMARK(appendOne) EACH_SIZE;
+BENCHMARK(bareImport)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(import)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+}  // namespace
+
+BENCHMARK_MAIN();

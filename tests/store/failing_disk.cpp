@@ -1,0 +1,89 @@
+// Opens files through the system's file system and puts methods of its own before those that change a file.
+#include "failing_disk.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <atomic>
+#include <mutex>
+
+namespace quorvel::store {
+namespace {
+
+std::atomic<int> remaining{0};
+std::atomic<bool> failed{false};
+
+/// The system has one table of methods for files that it locks and one for the others; each has its double here.
+struct Methods {
+    const sqlite3_io_methods* system = nullptr;
+    sqlite3_io_methods failing{};
+};
+std::array<Methods, 4> tables;
+std::mutex tablesMutex;
+
+const sqlite3_io_methods* systemOf(sqlite3_file* file) {
+    for (const Methods& table : tables) {
+        if (file->pMethods == &table.failing) return table.system;
+    }
+    return nullptr;
+}
+
+bool fails() {
+    if (failed) return true;
+    if (remaining == 0 || --remaining > 0) return false;
+    failed = true;
+    return true;
+}
+
+int write(sqlite3_file* file, const void* data, int amount, sqlite3_int64 offset) {
+    return fails() ? SQLITE_FULL : systemOf(file)->xWrite(file, data, amount, offset);
+}
+int sync(sqlite3_file* file, int flags) { return fails() ? SQLITE_IOERR_FSYNC : systemOf(file)->xSync(file, flags); }
+int truncate(sqlite3_file* file, sqlite3_int64 size) {
+    return fails() ? SQLITE_IOERR_TRUNCATE : systemOf(file)->xTruncate(file, size);
+}
+
+int open(sqlite3_vfs* self, const char* path, sqlite3_file* file, int flags, int* outFlags) {
+    auto* system = static_cast<sqlite3_vfs*>(self->pAppData);
+    const int code = system->xOpen(system, path, file, flags, outFlags);
+    if (code != SQLITE_OK) return code;
+    const std::lock_guard lock(tablesMutex);
+    for (Methods& table : tables) {
+        if (!table.system) {
+            table.system = file->pMethods;
+            table.failing = *table.system;
+            table.failing.xWrite = write;
+            table.failing.xSync = sync;
+            table.failing.xTruncate = truncate;
+        }
+        if (table.system != file->pMethods) continue;
+        file->pMethods = &table.failing;
+        break;
+    }
+    return SQLITE_OK;
+}
+
+}  // namespace
+
+const char* FailingDisk::name() {
+    static sqlite3_vfs disk = [] {
+        sqlite3_vfs* system = sqlite3_vfs_find(nullptr);
+        sqlite3_vfs made = *system;
+        made.zName = "failing-disk";
+        made.pNext = nullptr;
+        made.pAppData = system;
+        made.xOpen = open;
+        return made;
+    }();
+    if (!sqlite3_vfs_find(disk.zName)) sqlite3_vfs_register(&disk, 0);
+    return disk.zName;
+}
+
+void FailingDisk::failFrom(int operation) {
+    failed = false;
+    remaining = operation;
+}
+
+bool FailingDisk::hasFailed() { return failed; }
+
+}  // namespace quorvel::store
