@@ -10,9 +10,11 @@
 #include "desktop/uikit/label.h"
 #include "desktop/uikit/navigation_controller.h"
 #include "desktop/uikit/search_bar.h"
+#include "desktop/uikit/search_display_controller.h"
 #include "desktop/uikit/segmented_control.h"
 #include "desktop/uikit/sheet.h"
 #include "desktop/uikit/tab_bar_controller.h"
+#include "desktop/uikit/table_view_controller.h"
 #include "desktop/uikit/view.h"
 #include "desktop/uikit/view_controller.h"
 
@@ -46,7 +48,9 @@ void registerToolkit() {
         AlertView,             //
         TabBarItem,            //
         TabBar,                //
-        TabBarController>();
+        TabBarController, ScrollView, TableView, TableViewCell, TableHeaderFooterView, TableViewController,
+        SearchDisplayController>();
+    addIndexPathMethods();
 }
 
 namespace {

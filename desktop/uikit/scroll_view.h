@@ -1,0 +1,72 @@
+// UIScrollView: a view on something larger than itself, moved by finger, wheel or message.
+#pragma once
+
+#include "desktop/uikit/animation.h"
+#include "desktop/uikit/view.h"
+
+namespace uikit {
+
+/// Scrolls vertically. What its subviews' frames mean moves with `contentOffset`, which is its bounds' origin.
+class ScrollView : public View {
+  public:
+    using Super = View;
+    static constexpr objc::Name className{"UIScrollView"};
+    static void define(objc::ClassDefinition<ScrollView>& definition);
+    ~ScrollView() override;
+
+    // Messages of the same names. The delegate is not retained; it is sent `scrollViewDidScroll:`,
+    // `scrollViewWillBeginDragging:`, `scrollViewDidEndDragging:willDecelerate:` and `scrollViewDidEndDecelerating:`
+    // where it answers them.
+    objc::Object initWithFrame(Rect frame) override;
+    Size contentSize() const { return contentSize_; }
+    void setContentSize(Size size);
+    Point contentOffset() const { return boundsOrigin_; }
+    void setContentOffset(Point offset) { setContentOffsetAnimated(offset, false); }
+    void setContentOffsetAnimated(Point offset, bool animated);
+    objc::Object delegate() const { return objc::Object{delegate_}; }
+    virtual void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    bool isScrollEnabled() const { return scrollEnabled_; }
+    void setScrollEnabled(bool enabled);
+    bool isDragging() const { return dragging_; }
+    bool isDecelerating() const { return motion_ != 0; }
+
+    bool interceptsTouch(const Touch& touch) override;
+    bool touch(const Touch& touch) override;
+    bool scrollWheel(Point delta) override;
+    void drawAbove(graphics::Canvas& canvas) override;
+
+    /// The greatest offset at which the content still fills the view; 0 where it is shorter.
+    double greatestOffset() const;
+
+  protected:
+    /// Told after each change of the offset.
+    virtual void didScroll() {}
+
+  private:
+    void moveTo(double y);
+    void stop();
+    void beginDrag(const Touch& touch);
+    void drag(const Touch& touch);
+    void endDrag(const Touch& touch);
+    bool coast(double seconds);
+    void comeToRest();
+    void tell(SEL message);
+    void tellDragEnded(bool decelerates);
+    double rubberBanded(double y) const;
+
+    Size contentSize_;
+    id delegate_ = nullptr;
+    bool scrollEnabled_ = true;
+    bool tracking_ = false;
+    bool dragging_ = false;
+    Touch began_;
+    Touch last_;
+    double offsetAtBegin_ = 0;
+    double velocity_ = 0;  // points a second
+    AnimationToken motion_ = 0;
+    AnimationToken animation_ = 0;
+    double indicatorAlpha_ = 0;
+    AnimationToken indicatorFade_ = 0;
+};
+
+}  // namespace uikit

@@ -1,0 +1,285 @@
+// UITableView: what it asks its data source, and where the rows stand.
+#include "desktop/uikit/table_view.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace uikit {
+namespace {
+
+constexpr double separatorInset = 15;
+
+}  // namespace
+
+void TableView::define(objc::ClassDefinition<TableView>& definition) {
+    definition.method<"initWithFrame:style:", &TableView::initWithFrameStyle>()
+        .method<"dataSource", &TableView::dataSource>()
+        .method<"setDataSource:", &TableView::setDataSource>()
+        .method<"setDelegate:", &TableView::setDelegate>()
+        .method<"reloadData", &TableView::reloadData>()
+        .method<"reloadSections:withRowAnimation:", &TableView::reloadSections>()
+        .method<"reloadRowsAtIndexPaths:withRowAnimation:", &TableView::reloadRows>()
+        .method<"deleteRowsAtIndexPaths:withRowAnimation:", &TableView::deleteRows>()
+        .method<"insertRowsAtIndexPaths:withRowAnimation:", &TableView::insertRows>()
+        .method<"beginUpdates", &TableView::beginUpdates>()
+        .method<"endUpdates", &TableView::endUpdates>()
+        .method<"registerClass:forCellReuseIdentifier:", &TableView::registerClass>()
+        .method<"registerClass:forHeaderFooterViewReuseIdentifier:", &TableView::registerHeaderFooterClass>()
+        .method<"dequeueReusableCellWithIdentifier:", &TableView::dequeueCell>()
+        .method<"dequeueReusableCellWithIdentifier:forIndexPath:", &TableView::dequeueCellForPath>()
+        .method<"cellForRowAtIndexPath:", &TableView::cellAtPath>()
+        .method<"indexPathForCell:", &TableView::pathOfCell>()
+        .method<"indexPathsForVisibleRows", &TableView::pathsOfVisibleRows>()
+        .method<"numberOfSections", &TableView::numberOfSections>()
+        .method<"numberOfRowsInSection:", &TableView::numberOfRowsInSection>()
+        .method<"rectForRowAtIndexPath:", &TableView::rectForRow>()
+        .method<"tableHeaderView", &TableView::tableHeaderView>()
+        .method<"setTableHeaderView:", &TableView::setTableHeaderView>()
+        .method<"tableFooterView", &TableView::tableFooterView>()
+        .method<"setTableFooterView:", &TableView::setTableFooterView>()
+        .method<"rowHeight", &TableView::rowHeight>()
+        .method<"setRowHeight:", &TableView::setRowHeight>()
+        .method<"isEditing", &TableView::isEditing>()
+        .method<"setEditing:", &TableView::setEditing>()
+        .method<"setEditing:animated:", &TableView::setEditingAnimated>()
+        .method<"indexPathForSelectedRow", &TableView::pathOfSelectedRow>()
+        .method<"deselectRowAtIndexPath:animated:", &TableView::deselectRow>()
+        .method<"scrollToRowAtIndexPath:atScrollPosition:animated:", &TableView::scrollToRow>()
+        .method<"confirmDelete", &TableView::confirmDelete>();
+}
+
+objc::Object TableView::initWithFrame(Rect frame) {
+    const auto made = ScrollView::initWithFrame(frame);
+    setBackgroundColor(uiColor(Color::white()));
+    return made;
+}
+
+objc::Object TableView::initWithFrameStyle(Rect frame, long) {
+    return objc::send<"initWithFrame:", objc::Object>(object(), frame);
+}
+
+void TableView::setDataSource(objc::Object source) {
+    dataSource_ = source.self;
+    reloadData();
+}
+
+void TableView::setDelegate(objc::Object delegate) {
+    ScrollView::setDelegate(delegate);
+    reloadData();
+}
+
+void TableView::setRowHeight(double height) {
+    rowHeight_ = height;
+    reloadData();
+}
+
+bool TableView::delegateAnswers(SEL message) const { return delegate() && objc::respondsTo(delegate(), message); }
+
+void TableView::reloadData() {
+    needsReload_ = true;
+    setNeedsLayout();
+    setNeedsDisplay();
+}
+
+void TableView::reloadSections(objc::Object, long) { reloadData(); }
+void TableView::reloadRows(objc::Object, long) { reloadData(); }
+void TableView::deleteRows(objc::Object, long) { reloadData(); }
+void TableView::insertRows(objc::Object, long) { reloadData(); }
+
+void TableView::endUpdates() {
+    if (updates_ > 0 && --updates_ == 0) reloadData();
+}
+
+std::string TableView::ask(SEL title, long section) {
+    if (!dataSource_ || !objc::respondsTo(dataSource(), title)) return {};
+    return utf8(objc::sendSelector<objc::Object>(dataSource(), title, object(), section));
+}
+
+double TableView::heightOf(SEL message, long section, const std::string& title) {
+    if (delegateAnswers(message)) return objc::sendSelector<double>(delegate(), message, object(), section);
+    return title.empty() ? 0 : TableHeaderFooterView::usualHeight;
+}
+
+TableView::Section TableView::makeSection(long index, double top) {
+    const long rows = objc::send<"tableView:numberOfRowsInSection:", long>(dataSource(), object(), index);
+    std::vector<double> heights(static_cast<std::size_t>(std::max(rows, 0L)), rowHeight_);
+    if (delegateAnswers(objc::selector<"tableView:heightForRowAtIndexPath:">()))
+        for (std::size_t row = 0; row < heights.size(); ++row)
+            heights[row] = objc::send<"tableView:heightForRowAtIndexPath:", double>(
+                delegate(), object(), indexPath({index, static_cast<long>(row)}));
+    std::string header = ask(objc::selector<"tableView:titleForHeaderInSection:">(), index);
+    std::string footer = ask(objc::selector<"tableView:titleForFooterInSection:">(), index);
+    const double headerHeight = heightOf(objc::selector<"tableView:heightForHeaderInSection:">(), index, header);
+    const double footerHeight = heightOf(objc::selector<"tableView:heightForFooterInSection:">(), index, footer);
+    return {SectionLayout(top, headerHeight, heights, footerHeight), std::move(header), std::move(footer), {}, {}};
+}
+
+objc::Ref<TableHeaderFooterView> TableView::makeBand(const std::string& title) {
+    if (title.empty()) return {};
+    auto band = objc::Ref<TableHeaderFooterView>::make<"initWithFrame:">(
+        Rect{{0, 0}, {bounds().size.width, TableHeaderFooterView::usualHeight}});
+    band->textLabel()->setString(title);
+    return band;
+}
+
+void TableView::dropCells() {
+    for (auto& [place, cell] : std::exchange(cells_, {})) recycle(cell);
+}
+
+void TableView::reloadIfNeeded() {
+    if (!std::exchange(needsReload_, false)) return;
+    dropCells();
+    hideDelete();
+    for (auto& section : sections_)
+        for (auto* band : {&section.header, &section.footer})
+            if (*band) (*band)->removeFromSuperview();
+    sections_.clear();
+    double top = header_ ? header_->frame().size.height : 0;
+    if (dataSource_) {
+        long count = 1;
+        if (objc::respondsTo(dataSource(), objc::selector<"numberOfSectionsInTableView:">()))
+            count = objc::send<"numberOfSectionsInTableView:", long>(dataSource(), object());
+        for (long i = 0; i < count; ++i) {
+            sections_.push_back(makeSection(i, top));
+            top = sections_.back().layout.bottom();
+        }
+    }
+    if (footer_) {
+        footer_->setFrame({{0, top}, footer_->frame().size});
+        top += footer_->frame().size.height;
+    }
+    setContentSize({bounds().size.width, top});
+    // A list that became shorter comes back into view; what the finger holds is left to the finger.
+    if (!isDragging() && !isDecelerating() && contentOffset().y > greatestOffset())
+        setContentOffset({0, greatestOffset()});
+}
+
+long TableView::numberOfSections() {
+    reloadIfNeeded();
+    return static_cast<long>(sections_.size());
+}
+
+long TableView::numberOfRowsInSection(long section) {
+    reloadIfNeeded();
+    if (section < 0 || section >= static_cast<long>(sections_.size())) return 0;
+    return sections_[static_cast<std::size_t>(section)].layout.rowCount();
+}
+
+void TableView::setTableHeaderView(View* view) {
+    if (header_ && header_.get() != view) header_->removeFromSuperview();
+    header_ = objc::Ref<View>(view);
+    if (view) {
+        view->setFrame({{0, 0}, {bounds().size.width, view->frame().size.height}});
+        addSubview(view);
+    }
+    reloadData();
+}
+
+void TableView::setTableFooterView(View* view) {
+    if (footer_ && footer_.get() != view) footer_->removeFromSuperview();
+    footer_ = objc::Ref<View>(view);
+    if (view) addSubview(view);
+    reloadData();
+}
+
+void TableView::layoutSubviews() {
+    reloadIfNeeded();
+    if (header_) header_->setFrame({{0, 0}, {bounds().size.width, header_->frame().size.height}});
+    layOutRows();
+    layOutBands();
+    placeDeleteButton();
+}
+
+void TableView::layOutBands() {
+    const double width = bounds().size.width;
+    const double top = contentOffset().y;
+    for (auto& section : sections_) {
+        const SectionLayout& layout = section.layout;
+        if (!section.header && layout.headerHeight() > 0) {
+            section.header = makeBand(section.headerTitle);
+            if (section.header) addSubview(section.header);
+        }
+        if (!section.footer && layout.footerHeight() > 0) {
+            section.footer = makeBand(section.footerTitle);
+            if (section.footer) addSubview(section.footer);
+        }
+        if (section.header) {
+            // The header stays in view as long as its section does.
+            const double lowest = layout.footerTop() - layout.headerHeight();
+            const double y = std::clamp(top, layout.top(), std::max(layout.top(), lowest));
+            section.header->setFrame({{0, y}, {width, layout.headerHeight()}});
+            bringSubviewToFront(section.header);
+        }
+        if (section.footer) section.footer->setFrame({{0, layout.footerTop()}, {width, layout.footerHeight()}});
+    }
+}
+
+void TableView::layOutRows() {
+    const Rect window = bounds();
+    std::map<RowPlace, objc::Ref<TableViewCell>> gone;
+    for (auto& [place, cell] : cells_)
+        if (!rectOf(place).intersects(window)) gone.emplace(place, cell);
+    for (auto& [place, cell] : gone) {
+        cells_.erase(place);
+        recycle(cell);
+    }
+    for (std::size_t i = 0; i < sections_.size(); ++i) {
+        const long first = sections_[i].layout.firstRowBelow(window.top());
+        const long end = std::min(sections_[i].layout.firstRowFrom(window.bottom()), sections_[i].layout.rowCount());
+        for (long row = first; row < end; ++row) {
+            showRow({static_cast<long>(i), row});
+            // Making a cell may ask for a reload: the rows as they stood are over then.
+            if (needsReload_) return;
+        }
+    }
+}
+
+void TableView::showRow(RowPlace place) {
+    auto found = cells_.find(place);
+    if (found == cells_.end()) {
+        auto* cell =
+            objc::send<"tableView:cellForRowAtIndexPath:", TableViewCell*>(dataSource(), object(), indexPath(place));
+        if (!cell) {
+            std::fprintf(stderr, "UITableView: the data source gave no cell for row %ld of section %ld\n", place.row,
+                         place.section);
+            return;
+        }
+        cell->setFrame(rectOf(place));
+        cell->setShowsMinus(editing_ && canEdit(place));
+        cell->setEditing(editing_);
+        if (delegateAnswers(objc::selector<"tableView:willDisplayCell:forRowAtIndexPath:">()))
+            objc::send<"tableView:willDisplayCell:forRowAtIndexPath:">(delegate(), object(), cell->object(),
+                                                                       indexPath(place));
+        insertSubviewAtIndex(cell, 0);
+        found = cells_.emplace(place, objc::Ref<TableViewCell>(cell)).first;
+    }
+    found->second->setFrame(rectOf(place));
+}
+
+void TableView::recycle(TableViewCell* cell) {
+    const objc::Ref<TableViewCell> kept(cell);
+    cell->removeFromSuperview();
+    const std::string identifier = utf8(cell->reuseIdentifier());
+    if (!identifier.empty()) reusable_[identifier].push_back(kept);
+}
+
+Rect TableView::rectOf(RowPlace place) {
+    const SectionLayout& layout = sections_[static_cast<std::size_t>(place.section)].layout;
+    if (place.row >= layout.rowCount()) return {};
+    return {{0, layout.rowTop(place.row)}, {bounds().size.width, layout.rowHeight(place.row)}};
+}
+
+void TableView::draw(graphics::Canvas& canvas) {
+    // The pull below the last row shows the table's own ground; nothing else is drawn behind the rows.
+    canvas.fill(bounds(), colorOf(backgroundColor()));
+}
+
+void TableView::drawAbove(graphics::Canvas& canvas) {
+    for (const auto& [place, cell] : cells_) {
+        const double y = cell->frame().bottom() - canvas.pixel();
+        canvas.horizontalHairline(separatorInset, bounds().size.width, y, palette::separator);
+    }
+    ScrollView::drawAbove(canvas);
+}
+
+}  // namespace uikit

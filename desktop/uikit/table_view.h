@@ -1,0 +1,159 @@
+// UITableView: rows that a data source gives, of which only the visible ones exist.
+#pragma once
+
+#include <map>
+#include <optional>
+
+#include "desktop/uikit/button.h"
+#include "desktop/uikit/scroll_view.h"
+#include "desktop/uikit/table_layout.h"
+#include "desktop/uikit/table_view_cell.h"
+
+namespace uikit {
+
+/// UITableViewHeaderFooterView: a band with a text.
+class TableHeaderFooterView : public View {
+  public:
+    using Super = View;
+    static constexpr objc::Name className{"UITableViewHeaderFooterView"};
+    static void define(objc::ClassDefinition<TableHeaderFooterView>& definition);
+
+    static constexpr double usualHeight = 26;
+
+    objc::Object initWithFrame(Rect frame) override;
+    Label* textLabel() const { return label_; }
+    void layoutSubviews() override;
+
+  private:
+    objc::Ref<Label> label_;
+};
+
+struct RowPlace {
+    long section = 0;
+    long row = 0;
+    friend auto operator<=>(const RowPlace&, const RowPlace&) = default;
+};
+
+class TableView : public ScrollView {
+  public:
+    using Super = ScrollView;
+    static constexpr objc::Name className{"UITableView"};
+    static void define(objc::ClassDefinition<TableView>& definition);
+
+    // Messages of the same names. Delegate and data source are not retained. Heights are asked for every row at each
+    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only.
+    objc::Object initWithFrame(Rect frame) override;
+    objc::Object initWithFrameStyle(Rect frame, long style);
+    objc::Object dataSource() const { return objc::Object{dataSource_}; }
+    void setDataSource(objc::Object source);
+    void setDelegate(objc::Object delegate) override;
+    void reloadData();
+    void reloadSections(objc::Object sections, long animation);
+    void reloadRows(objc::Object paths, long animation);
+    void deleteRows(objc::Object paths, long animation);
+    void insertRows(objc::Object paths, long animation);
+    void beginUpdates() { ++updates_; }
+    void endUpdates();
+    void registerClass(Class cellClass, objc::Object identifier);
+    void registerHeaderFooterClass(Class viewClass, objc::Object identifier);
+    objc::Object dequeueCell(objc::Object identifier);
+    objc::Object dequeueCellForPath(objc::Object identifier, objc::Object path);
+    objc::Object cellAtPath(objc::Object path);
+    objc::Object pathOfCell(TableViewCell* cell);
+    objc::Object pathsOfVisibleRows();
+    long numberOfSections();
+    long numberOfRowsInSection(long section);
+    Rect rectForRow(objc::Object path);
+    View* tableHeaderView() const { return header_; }
+    void setTableHeaderView(View* view);
+    View* tableFooterView() const { return footer_; }
+    void setTableFooterView(View* view);
+    double rowHeight() const { return rowHeight_; }
+    void setRowHeight(double height);
+    bool isEditing() const { return editing_; }
+    void setEditing(bool editing) { setEditingAnimated(editing, false); }
+    void setEditingAnimated(bool editing, bool animated);
+    objc::Object pathOfSelectedRow() const;
+    void deselectRow(objc::Object path, bool animated);
+    void scrollToRow(objc::Object path, long position, bool animated);
+
+    void layoutSubviews() override;
+    void draw(graphics::Canvas& canvas) override;
+    void drawAbove(graphics::Canvas& canvas) override;
+    bool touch(const Touch& touch) override;
+
+    // For scripts and `show`.
+    struct VisibleRow {
+        long row = 0;
+        long section = 0;
+        TableViewCell* cell = nullptr;
+    };
+    /// The rows on the screen, top down, after laying out.
+    std::vector<VisibleRow> visibleRows();
+    /// The texts at head and foot of a section; empty for none.
+    std::string titleForHeader(long section);
+    std::string titleForFooter(long section);
+    /// As a tap does; a row out of sight is scrolled into view first. False where there is nothing to tap.
+    bool tapRow(long row, long section);
+    bool tapAccessory(long row, long section);
+    /// The swipe that shows the delete button, taking it back, and a tap on the button.
+    bool revealDelete(long row, long section);
+    void hideDelete();
+    void confirmDelete();
+
+  private:
+    struct Section {
+        SectionLayout layout;
+        std::string headerTitle;
+        std::string footerTitle;
+        objc::Ref<TableHeaderFooterView> header;
+        objc::Ref<TableHeaderFooterView> footer;
+    };
+    void reloadIfNeeded();
+    Section makeSection(long index, double top);
+    objc::Ref<TableHeaderFooterView> makeBand(const std::string& title);
+    std::string ask(SEL title, long section);
+    double heightOf(SEL message, long section, const std::string& title);
+    void layOutBands();
+    void layOutRows();
+    void showRow(RowPlace place);
+    void recycle(TableViewCell* cell);
+    void dropCells();
+    std::optional<RowPlace> placeAt(Point point);
+    Rect rectOf(RowPlace place);
+    bool scrollIntoView(RowPlace place);
+    bool canEdit(RowPlace place);
+    void placeDeleteButton();
+    void slideRow(double from, double to);
+    void press(const Touch& touch);
+    void unpress();
+    void release(const Touch& touch);
+    void select(RowPlace place);
+    void tellDelegate(SEL message, RowPlace place);
+    bool delegateAnswers(SEL message) const;
+
+    id dataSource_ = nullptr;
+    double rowHeight_ = 44;
+    bool needsReload_ = true;
+    bool editing_ = false;
+    int updates_ = 0;
+    std::vector<Section> sections_;
+    std::map<RowPlace, objc::Ref<TableViewCell>> cells_;
+    std::map<std::string, std::vector<objc::Ref<TableViewCell>>> reusable_;
+    std::map<std::string, Class> cellClasses_;
+    objc::Ref<View> header_;
+    objc::Ref<View> footer_;
+    std::optional<RowPlace> pressed_;
+    std::optional<RowPlace> selected_;
+    std::optional<RowPlace> revealed_;
+    bool revealedBySwipe_ = false;
+    Touch pressBegan_;
+    objc::Ref<Button> deleteButton_;
+};
+
+/// Adds `row`, `section` and `indexPathForRow:inSection:` to NSIndexPath. Once, at load.
+void addIndexPathMethods();
+objc::Object indexPath(RowPlace place);
+RowPlace placeOf(objc::Object path);
+
+}  // namespace uikit
