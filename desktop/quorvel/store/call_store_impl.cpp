@@ -82,7 +82,7 @@ void CallStore::Impl::rebuild() {
 std::unique_ptr<Connection> CallStore::Impl::importConnection() {
     requireWriting();
     auto connection = connect(path_, Connection::Use::write, options_);
-    connection->execute("pragma cache_size = -65536");
+    connection->execute("pragma cache_size = -262144");
     return connection;
 }
 
