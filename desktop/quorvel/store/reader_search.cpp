@@ -8,8 +8,8 @@ namespace quorvel::store {
 namespace {
 
 /// Rough costs of reaching an entry, measured in entries that a walk passes over.
-constexpr std::int64_t costOfParty = 4;
-constexpr std::int64_t costOfGathered = 3;
+constexpr std::int64_t costOfParty = 12;
+constexpr std::int64_t costOfGathered = 16;
 
 std::int64_t product(std::int64_t one, std::int64_t other) {
     std::int64_t result = 0;
@@ -58,22 +58,37 @@ std::optional<CallRecord> Reader::call(std::int64_t rowId) {
 }
 
 Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
-    std::vector<CallRow> found;
-    for (const std::int64_t party : parties) {
-        // One more than fits shows whether anything follows.
-        std::int64_t ofParty = 0;
-        walkParty(connection_, party, stretch, [&](const CallRow& row) {
-            found.push_back(row);
-            return ++ofParty <= limit;
+    const auto nextOf = [&](std::int64_t party, const Cursor& below) {
+        std::optional<CallRow> next;
+        Stretch rest = stretch;
+        rest.below = below;
+        walkParty(connection_, party, rest, [&](const CallRow& row) {
+            next = row;
+            return false;
         });
+        return next;
+    };
+    const auto isOlder = [](const CallRow& one, const CallRow& other) { return isNewer(other, one); };
+    // A heap of each party's newest call that is not on the page yet.
+    std::vector<CallRow> heads;
+    for (const std::int64_t party : parties) {
+        if (const auto head = nextOf(party, stretch.below)) heads.push_back(*head);
     }
-    std::sort(found.begin(), found.end(), isNewer);
+    std::make_heap(heads.begin(), heads.end(), isOlder);
     Page page;
     page.next = stretch.below;
-    page.atEnd = static_cast<std::int64_t>(found.size()) <= limit;
-    if (!page.atEnd) found.resize(static_cast<std::size_t>(limit));
-    for (const CallRow& row : found) appendRow(page, row.rowId);
-    if (!found.empty()) page.next = {found.back().date, found.back().rowId, found.back().day};
+    while (!heads.empty() && static_cast<std::int64_t>(page.rows.size()) < limit) {
+        std::pop_heap(heads.begin(), heads.end(), isOlder);
+        const CallRow newest = heads.back();
+        heads.pop_back();
+        appendRow(page, newest.rowId);
+        page.next = {newest.date, newest.rowId, newest.day};
+        if (const auto head = nextOf(newest.party, page.next)) {
+            heads.push_back(*head);
+            std::push_heap(heads.begin(), heads.end(), isOlder);
+        }
+    }
+    page.atEnd = heads.empty();
     return page;
 }
 
@@ -99,7 +114,7 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
     const std::int64_t all = totals(Filter::all, {}).calls;
     const std::int64_t walked = std::min(calls, product(std::min(limit, found.calls), all / found.calls + 1));
     const auto parties = static_cast<std::int64_t>(found.parties.size());
-    const std::int64_t gathered = std::min(found.calls, product(parties, limit));
+    const std::int64_t gathered = std::min(found.calls, limit);
     if (product(parties, costOfParty) + product(gathered, costOfGathered) < walked) {
         return gather(found.parties, stretch, limit);
     }

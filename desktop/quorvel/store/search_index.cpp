@@ -58,7 +58,13 @@ FoundParties SearchIndex::find(std::string_view text) const {
             static_cast<const char*>(memmem(block_.data() + from, block_.size() - from, term.data(), term.size()));
         if (!place) break;
         const auto at = static_cast<std::size_t>(place - block_.data());
-        entry = std::upper_bound(entry, entries_.end(), at,
+        // The owner is rarely far ahead, so the steps grow from one.
+        auto beyond = entry;
+        for (std::ptrdiff_t step = 1; beyond != entries_.end() && beyond->begin <= at; step *= 2) {
+            entry = beyond;
+            beyond += std::min(step, entries_.end() - beyond);
+        }
+        entry = std::upper_bound(entry, beyond, at,
                                  [](std::size_t offset, const Entry& later) { return offset < later.begin; });
         const Entry& owner = *(entry - 1);
         found.parties.push_back(owner.party);
