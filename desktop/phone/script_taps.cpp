@@ -64,8 +64,8 @@ std::string tapText(const std::string& text) {
         const auto texts = each->drawnTexts();
         return std::find(texts.begin(), texts.end(), text) != texts.end();
     });
-    if (!view) return "nothing on the screen says " + quoted(text);
-    return tapView(view) ? "" : quoted(text) + " is out of reach";
+    if (!view) return "nothing on the screen says " + phone::quoted(text);
+    return tapView(view) ? "" : phone::quoted(text) + " is out of reach";
 }
 
 }  // namespace
@@ -78,13 +78,13 @@ std::string tap(const std::vector<Word>& words) {
         return "tap " + what.text + " wants a number, or a title in quotes";
     }
     const auto index = wholeNumber(words[1].text);
-    if (!index) return quoted(words[1].text) + " is not a whole number";
+    if (!index) return phone::quoted(words[1].text) + " is not a whole number";
     if (what.text == "row") return tapRow(*index, false);
     if (what.text == "detail") return tapRow(*index, true);
     if (what.text == "segment") return tapSegment(titleSegments(), *index, "segment");
     if (what.text == "scope") return tapScope(*index);
     if (what.text == "tag") return tapTag(*index);
-    return "cannot tap " + quoted(what.text);
+    return "cannot tap " + phone::quoted(what.text);
 }
 
 std::string swipe(const std::vector<Word>& words) {
@@ -99,7 +99,7 @@ std::string swipe(const std::vector<Word>& words) {
         return {};
     }
     if (words.size() == 2 && words[1].text != "open")
-        return "swipe N takes open or close, not " + quoted(words[1].text);
+        return "swipe N takes open or close, not " + phone::quoted(words[1].text);
     if (!table->revealDelete(*row, 0)) return "row " + words[0].text + " cannot be swiped";
     if (words.size() == 1) table->confirmDelete();
     return {};
@@ -110,7 +110,7 @@ std::string scroll(const Word& where) {
     if (!table) return noTable;
     const double lowest = std::max(0.0, table->contentSize().height - table->bounds().size.height);
     const auto offset = wholeNumber(where.text);
-    if (!offset && where.text != "end") return quoted(where.text) + " is neither a number of points nor end";
+    if (!offset && where.text != "end") return phone::quoted(where.text) + " is neither a number of points nor end";
     const double y = offset ? static_cast<double>(*offset) : lowest;
     table->setContentOffsetAnimated({0, std::clamp(y, 0.0, lowest)}, false);
     table->layoutIfNeeded();

@@ -1,0 +1,130 @@
+// One handset brought up.
+#include "desktop/phone/handset.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+
+#include "desktop/dispatch/clock.h"
+#include "desktop/notify/notify.h"
+#include "desktop/phone/host_call_log.h"
+#include "desktop/phone/keypad_screen.h"
+#include "desktop/phone/phone_application.h"
+#include "desktop/phone/recents_screen.h"
+#include "desktop/phone/show.h"
+#include "desktop/quorvel/generate/generate.h"
+#include "desktop/quorvel/services/companion.h"
+#include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/settings/settings_store.h"
+#include "desktop/quorvel/store/import_session.h"
+#include "desktop/substrate/substrate.h"
+#include "desktop/substrate/trace.h"
+#include "desktop/uikit/color.h"
+
+namespace phone {
+namespace {
+
+constexpr const char* bundleIdentifier = "com.apple.mobilephone";
+int callersError = STDERR_FILENO;
+std::filesystem::path settingsFile;
+
+std::filesystem::path handsetRoot() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path() / "root";
+}
+
+/// The handset's first use: a log of made-up calls, so that there is something to see.
+std::optional<std::string> fillWithSamples() {
+    auto session = quorvel::DataService::shared()->store()->beginImport();
+    if (!session) return session.error().message;
+    std::string trouble;
+    quorvel::generateCalls({.calls = 400, .seed = 7, .until = std::time(nullptr) - 1200},
+                           [&](const quorvel::store::NewCall& call) {
+                               const auto added = (*session).add(call);
+                               if (!added) trouble = added.error().message;
+                               return trouble.empty();
+                           });
+    if (!trouble.empty()) return trouble;
+    const auto finished = (*session).finish();
+    return finished ? std::nullopt : std::optional(finished.error().message);
+}
+
+HostCallLog callLogOfStore() {
+    using quorvel::store::Filter;
+    return {[](bool missedOnly, std::size_t limit) {
+                std::vector<HostCall> calls;
+                auto* log = quorvel::DataService::shared()->store();
+                const auto page = log->page(missedOnly ? Filter::missed : Filter::all, {},
+                                            quorvel::store::Cursor::top(), static_cast<std::int64_t>(limit));
+                if (!page) return calls;
+                for (const auto& record : (*page).rows)
+                    calls.push_back({record.rowId, record.address, record.name, record.label, record.date,
+                                     quorvel::store::isOutgoing(record.flags),
+                                     quorvel::store::isMissed(record.flags, record.duration)});
+                return calls;
+            },
+            [](std::int64_t rowId) {
+                return quorvel::DataService::shared()->store()->deleteCalls({&rowId, 1}).ok();
+            }};
+}
+
+std::optional<std::string> loadPlugins(const Options& options) {
+    if (!options.plugin) return std::nullopt;
+    if (!options.pluginImage.empty()) return substrate::loadPlugin(options.pluginImage);
+    substrate::loadPlugins(handsetRoot() / "Library/MobileSubstrate/DynamicLibraries", bundleIdentifier, reportLine);
+    return std::nullopt;
+}
+
+}  // namespace
+
+void reportLine(const std::string& line) { dprintf(callersError, "%s\n", line.c_str()); }
+
+std::optional<std::string> startHandset(const Options& options, double scale) {
+    callersError = dup(STDERR_FILENO);
+    auto opened = quorvel::DataDirectory::open(options.dataDirectory);
+    if (auto* trouble = std::get_if<std::string>(&opened)) return *trouble;
+    const auto& directory = std::get<quorvel::DataDirectory>(opened);
+    settingsFile = directory.settings();
+    const bool firstStart = directory.isNew();
+    uikit::setHandsetRoot(handsetRoot().string());
+    uikit::setScreen({320, 568}, scale);
+    if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;
+    if (auto trouble = quorvel::openCompanion(directory, handsetRoot() / "Applications/Quorvel.app")) return trouble;
+    if (firstStart && options.dataDirectory.empty())
+        if (auto trouble = fillWithSamples()) return trouble;
+    setHostCallLog(callLogOfStore());
+    objc::registerClasses<PhoneApplication, RecentsScreen, KeypadScreen>();
+    if (auto trouble = loadPlugins(options)) return trouble;
+    substrate::trace::describe("hideHUD:afterDelay:", "v@:Cd");
+    auto* application = uikit::Application::makeShared(objc::classOf<uikit::Application>());
+    application->setUrlOpener([openUrls = options.openUrls](const std::string& address) {
+        noteUrl(address);
+        if (!openUrls) return true;
+        // The desktop decides who takes the address.
+        if (fork() == 0) {
+            execlp("xdg-open", "xdg-open", address.c_str(), static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        return true;
+    });
+    application->launch(objc::classOf<PhoneApplication>());
+    return std::nullopt;
+}
+
+graphics::Image renderScreen(double scale) {
+    graphics::Image image(uikit::screenSize(), scale);
+    graphics::Canvas canvas(image);
+    if (auto* window = uikit::Application::shared()->keyWindow()) window->renderScreen(canvas);
+    return image;
+}
+
+std::string writePicture(const std::string& file, double scale) { return renderScreen(scale).writePng(file); }
+
+std::string writeSetting(const std::string& key, const std::string& value) {
+    quorvel::SettingsStore settings(settingsFile);
+    if (auto trouble = settings.load()) return *trouble;
+    return settings.set(key, value).value_or("");
+}
+
+}  // namespace phone

@@ -1,0 +1,193 @@
+// QVDataController: reading.
+#include "desktop/quorvel/services/data_service.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "desktop/quorvel/services/settings_service.h"
+#include "desktop/uikit/text.h"
+
+namespace quorvel {
+namespace {
+
+constexpr int dayList = 4;
+
+int listIndex(store::Filter filter, store::Mode mode) {
+    if (store::rowKindOf(filter, mode) == store::RowKind::day) return dayList;
+    return static_cast<int>(filter) - 1;
+}
+
+store::Mode presentMode() { return SettingsService::shared()->mode(); }
+
+void report(const char* what, const store::Error& error) {
+    std::fprintf(stderr, "libQuorvel: %s: %s\n", what, error.message.c_str());
+}
+
+objc::Ref<CallArray> arrayOf(const std::vector<store::CallRecord>& records) {
+    auto array = objc::Ref<CallArray>::make();
+    for (const auto& record : records) array->append(objc::Object{CallEntry::of(record).self()});
+    return array;
+}
+
+}  // namespace
+
+void DataService::define(objc::ClassDefinition<DataService>& definition) {
+    using Self = DataService;
+    definition.classMethod<"sharedInstance", &Self::sharedInstance>();
+    definition.method<"callList", &Self::array<0>>().method<"setCallList:", &Self::setArray<0>>();
+    definition.method<"dldCallList", &Self::array<1>>().method<"setDldCallList:", &Self::setArray<1>>();
+    definition.method<"rcdCallList", &Self::array<2>>().method<"setRcdCallList:", &Self::setArray<2>>();
+    definition.method<"msdCallList", &Self::array<3>>().method<"setMsdCallList:", &Self::setArray<3>>();
+    definition.method<"dateCallsList", &Self::array<dayList>>().method<"setDateCallsList:", &Self::setArray<dayList>>();
+    definition.method<"allCallsCount", &Self::count<0>>().method<"setAllCallsCount:", &Self::setCount<0>>();
+    definition.method<"dldCallsCount", &Self::count<1>>().method<"setDldCallsCount:", &Self::setCount<1>>();
+    definition.method<"rcdCallsCount", &Self::count<2>>().method<"setRcdCallsCount:", &Self::setCount<2>>();
+    definition.method<"msdCallsCount", &Self::count<3>>().method<"setMsdCallsCount:", &Self::setCount<3>>();
+    definition.method<"allCallsDuration", &Self::duration<0>>().method<"setAllCallsDuration:", &Self::setDuration<0>>();
+    definition.method<"dldCallsDuration", &Self::duration<1>>().method<"setDldCallsDuration:", &Self::setDuration<1>>();
+    definition.method<"rcdCallsDuration", &Self::duration<2>>().method<"setRcdCallsDuration:", &Self::setDuration<2>>();
+    definition.method<"msdCallsDuration", &Self::duration<3>>().method<"setMsdCallsDuration:", &Self::setDuration<3>>();
+    definition.method<"isAnyRecDeleted", &Self::isAnyRecDeleted>()
+        .method<"setIsAnyRecDeleted:", &Self::setIsAnyRecDeleted>()
+        .method<"readCallsFromDB:offset:flag:", &Self::readCalls>()
+        .method<"readCallsForDate:offset:flag:date:", &Self::readCallsForDate>()
+        .method<"getTotalCallCount:", &Self::totalCount>()
+        .method<"getTotalCallDuration:", &Self::totalDuration>()
+        .method<"getAllCallsDuration:", &Self::durationText>()
+        .method<"getSearchedRecordsFromDB:searchString:date:", &Self::searchedRecords>()
+        .method<"getResult:", &Self::result>()
+        .method<"getHistoryForContact:", &Self::history>()
+        .method<"removeCallsFromDB:date:", &Self::removeCalls>()
+        .method<"removeDataFromDB:calFilterType:forDate:", &Self::removeListed>()
+        .method<"removeData:calFilterType:date:", &Self::removeEntry>()
+        .method<"removeEntriesFromCallList:calFilterType:", &Self::removeFromLists>()
+        .method<"removeLogEntry:calFilterType:", &Self::removeLogEntry>()
+        .method<"removeLogEntryFromDB:calFilterType:date:currentCount:", &Self::removeLogEntryForDay>()
+        .method<"removeLogEntriesFromDB:calFilterType:", &Self::removeLogEntries>()
+        .method<"allHistoryDeletedForEntry:", &Self::historyDeleted>()
+        .method<"updateCallEntriesTimeStamp:dldCallEntry:rcdCallEntry:msdCallEntry:", &Self::updateTimeStamps>()
+        .method<"sortArray:", &Self::sortArray>()
+        .method<"showErrorMessage:", &Self::showErrorMessage>();
+}
+
+DataService* DataService::shared() {
+    static const auto one = objc::Ref<DataService>::make();
+    return one;
+}
+
+objc::Object DataService::sharedInstance(Class) { return objc::Object{shared()->self}; }
+
+void DataService::setStore(std::unique_ptr<store::CallStore> calls) { store_ = std::move(calls); }
+
+/// The filter's list in the present mode, made where the property is nil.
+objc::Ref<CallArray> DataService::listFor(store::Filter filter) {
+    auto& slot = lists_[listIndex(filter, presentMode())].array;
+    if (!slot.load())
+        slot.compareExchange(objc::Object{}, objc::Strong<>(objc::Object{objc::Ref<CallArray>::make().self()}));
+    return objc::Ref<CallArray>(objc::peerOf<CallArray>(slot.load().self()));
+}
+
+void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_t code) {
+    const store::Filter filter = store::filterOf(code);
+    const store::Mode mode = presentMode();
+    const auto list = listFor(filter);
+    // What the list holds already is not appended again.
+    const auto first = std::max<std::int64_t>(offset, static_cast<std::int64_t>(list->count()));
+    const std::int64_t wanted = offset + count - first;
+    if (wanted <= 0 || !store_) return;
+
+    const std::lock_guard lock(positionsMutex_);
+    Position& known = positions_[filter];
+    store::Cursor cursor = store::Cursor::top();
+    if (first > 0) {
+        if (known.row == first && known.mode == mode) {
+            cursor = known.cursor;
+        } else {
+            const auto found = store_->cursorAt(filter, mode, first);
+            if (!found) return report("the place in the list could not be found", found.error());
+            cursor = *found;
+        }
+    }
+    const auto page = store_->page(filter, mode, cursor, wanted);
+    if (!page) return report("calls could not be read", page.error());
+    const auto& rows = (*page).rows;
+    for (const auto& record : rows) list->append(objc::Object{CallEntry::of(record).self()});
+    known = {first + static_cast<std::int64_t>(rows.size()), (*page).next, mode};
+}
+
+void DataService::readCallsForDate(objc::Object, std::int64_t offset, std::int64_t code, objc::Object day) {
+    if (!store_) return;
+    const store::Filter filter = store::filterOf(code);
+    auto& slot = lists_[static_cast<int>(filter) - 1].array;
+    if (!slot.load())
+        slot.compareExchange(objc::Object{}, objc::Strong<>(objc::Object{objc::Ref<CallArray>::make().self()}));
+    const objc::Ref<CallArray> list(objc::peerOf<CallArray>(slot.load().self()));
+    const auto page = store_->dayPage(filter, presentMode(), uikit::utf8(day), offset, store::noLimit);
+    if (!page) return report("the day's calls could not be read", page.error());
+    for (const auto& record : (*page).rows) list->append(objc::Object{CallEntry::of(record).self()});
+}
+
+std::int64_t DataService::totalCount(std::int64_t code) {
+    const store::Filter filter = store::filterOf(code);
+    if (!store_) return 0;
+    const auto totals = store_->totals(filter, presentMode());
+    if (!totals) {
+        report("calls could not be counted", totals.error());
+        return 0;
+    }
+    lists_[static_cast<int>(filter) - 1].count.store((*totals).rows, std::memory_order_relaxed);
+    return (*totals).rows;
+}
+
+std::int64_t DataService::totalDuration(std::int64_t code) {
+    const store::Filter filter = store::filterOf(code);
+    if (!store_) return 0;
+    const auto totals = store_->totals(filter, presentMode());
+    if (!totals) {
+        report("calls could not be summed", totals.error());
+        return 0;
+    }
+    lists_[static_cast<int>(filter) - 1].duration.store((*totals).duration, std::memory_order_relaxed);
+    return (*totals).duration;
+}
+
+objc::Strong<> DataService::durationText(std::int64_t seconds) const {
+    char text[48];
+    const long long all = std::max<std::int64_t>(seconds, 0);
+    std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", all / 3600, all / 60 % 60, all % 60);
+    return uikit::nsString(text);
+}
+
+objc::Strong<> DataService::searchedRecords(std::int64_t code, objc::Object text, objc::Object day) const {
+    const std::string dayText = uikit::utf8(day);
+    std::vector<store::CallRecord> found;
+    if (store_) {
+        auto page = store_->search(store::filterOf(code), uikit::utf8(text),
+                                   day ? std::optional<std::string_view>(dayText) : std::nullopt, store::Cursor::top(),
+                                   store::noLimit);
+        if (page)
+            found = std::move((*page).rows);
+        else
+            report("the search failed", page.error());
+    }
+    return objc::Object{arrayOf(found).self()};
+}
+
+objc::Strong<> DataService::result(objc::Object statement) const {
+    return objc::Object{
+        arrayOf(store_ ? store_->query(uikit::utf8(statement)) : std::vector<store::CallRecord>()).self()};
+}
+
+objc::Strong<> DataService::history(CallEntry* entry) const {
+    std::vector<store::CallRecord> found;
+    if (store_ && entry) {
+        auto calls = store_->history(store::Filter::all, entry->contact, uikit::utf8(entry->phoneNumber.load()));
+        if (calls)
+            found = std::move(*calls);
+        else
+            report("the history could not be read", calls.error());
+    }
+    return objc::Object{arrayOf(found).self()};
+}
+
+}  // namespace quorvel
