@@ -3,37 +3,71 @@
 
 #include <cstdio>
 
+#include "desktop/quorvel/services/contact_pictures.h"
 #include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/phone_number.h"
+#include "desktop/quorvel/services/plural_format.h"
 #include "desktop/quorvel/services/settings_service.h"
+#include "desktop/quorvel/services/texts.h"
 #include "desktop/quorvel/services/utilities.h"
+#include "desktop/quorvel/visual/sources.h"
 #include "desktop/quorvel/visual/visual.h"
+#include "platform/dispatch.h"
+#include "platform/foundation.h"
 
 namespace quorvel {
 namespace {
 
 [[gnu::constructor]] void registerAtLoad() {
+    const objc::AutoreleasePool pool;
     objc::registerClasses<CallArray, CallEntry, DataService, SettingsService, Utilities>();
+    registerPluralFormat();
+    registerPluralFormat();
     registerVisualClasses();
+}
+
+void say(const std::string& sentence) { std::fprintf(stderr, "%s\n", sentence.c_str()); }
+
+store::Result<store::CallStore> openCalls(const std::filesystem::path& file) {
+    auto opened = store::CallStore::open(file);
+    if (opened || opened.error().kind != store::ErrorKind::damaged) return opened;
+    say(opened.error().message);
+    const auto aside = store::CallStore::setAside(file);
+    if (!aside) return aside.error();
+    say("It was kept as " + (*aside).string() + ", and a new log was begun.");
+    return store::CallStore::open(file);
 }
 
 }  // namespace
 
 std::optional<std::string> openCompanion(const DataDirectory& directory, const std::filesystem::path& textsFolder) {
-    auto opened = store::CallStore::open(directory.calls());
-    if (!opened && opened.error().kind == store::ErrorKind::damaged) {
-        std::fprintf(stderr, "%s\n", opened.error().message.c_str());
-        const auto aside = store::CallStore::setAside(directory.calls());
-        if (!aside) return aside.error().message;
-        std::fprintf(stderr, "It was kept as %s, and a new log was begun.\n", (*aside).c_str());
-        opened = store::CallStore::open(directory.calls());
-    }
+    auto opened = openCalls(directory.calls());
     if (!opened) return opened.error().message;
     DataService::shared()->setStore(std::make_unique<store::CallStore>(std::move(*opened)));
     SettingsService::shared()->setFile(directory.settings());
     SettingsService::shared()->reloadSettings();
-    setTexts(textsFolder, {});
-    setContactPictures(directory.contacts());
+    for (const auto& sentence : Texts::shared().open(textsFolder, SettingsService::shared()->language())) say(sentence);
+    setHomeRegion(regionOf(localeLanguage()));
+    sources().language = [] { return Texts::shared().language(); };
+    setContactsFolder(directory.contacts());
     return std::nullopt;
+}
+
+void closeCompanion() { DataService::shared()->setStore(nullptr); }
+
+store::CallStore* callStore() { return DataService::shared()->store(); }
+
+store::Result<std::int64_t> recordCall(const store::NewCall& call) {
+    store::CallStore* calls = callStore();
+    if (!calls) return store::Error{store::ErrorKind::failed, "The call was not stored: no log of calls is open."};
+    auto stored = calls->append(call);
+    if (!stored) return stored;
+    dispatch::asyncOnMain([] {
+        objc::send<"postNotificationName:object:">(NSNotificationCenter::defaultCenter(),
+                                                   text<"com.velmarin.QuorvelNewRecordAddedNotification">(),
+                                                   objc::Object{});
+    });
+    return stored;
 }
 
 }  // namespace quorvel

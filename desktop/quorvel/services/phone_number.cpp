@@ -36,6 +36,13 @@ std::string format(const std::string& number, const std::string& region) {
     return text;
 }
 
+std::string lettersWithoutBlanks(std::string_view text) {
+    std::string kept;
+    for (const char letter : text)
+        if (letter != ' ') kept += letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    return kept;
+}
+
 }  // namespace
 
 void setHomeRegion(std::string region) {
@@ -61,6 +68,24 @@ std::string formattedNumber(const std::string& number) {
     if (const auto known = all.formatted.find(number); known != all.formatted.end()) return known->second;
     if (all.formatted.size() >= mostRemembered) all.formatted.clear();
     return all.formatted.emplace(number, format(number, all.region)).first->second;
+}
+
+std::string canonicalAddress(const std::string& address) {
+    if (isEmailAddress(address)) return lettersWithoutBlanks(address);
+    std::string region;
+    {
+        Remembered& all = remembered();
+        const std::lock_guard lock(all.mutex);
+        region = all.region;
+    }
+    const auto& rules = *PhoneNumberUtil::GetInstance();
+    PhoneNumber parsed;
+    const bool isNumber =
+        rules.Parse(address, region, &parsed) == PhoneNumberUtil::NO_PARSING_ERROR && rules.IsValidNumber(parsed);
+    if (!isNumber) return lettersWithoutBlanks(address);
+    std::string text;
+    rules.Format(parsed, PhoneNumberUtil::E164, &text);
+    return text;
 }
 
 bool isEmailAddress(std::string_view text) {

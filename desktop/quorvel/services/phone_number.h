@@ -16,6 +16,10 @@ std::string regionOf(const std::string& locale);
 /// number (a short code, an e-mail address, nothing at all) comes back as it is. Any thread.
 std::string formattedNumber(const std::string& number);
 
+/// One form for all spellings of an address: the international number in digits, the e-mail address in small letters,
+/// else the text without blanks. Two addresses are the same when these are equal. Any thread.
+std::string canonicalAddress(const std::string& address);
+
 /// Whether the text is an e-mail address: one "@", something before it, and a domain with a dot behind it.
 bool isEmailAddress(std::string_view text);
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "desktop/quorvel/settings/settings_store.h"
+#include "desktop/uikit/text.h"
 
 namespace quorvel {
 
@@ -40,10 +41,20 @@ void SettingsService::setFile(std::filesystem::path file) {
 }
 
 void SettingsService::reloadSettings() {
+    const objc::AutoreleasePool pool;
     const std::lock_guard lock(mutex_);
     SettingsStore stored(file_);
     if (const auto trouble = stored.load()) std::fprintf(stderr, "%s\n", trouble->c_str());
     for (const auto& setting : settingDescriptions()) values_[setting.key] = stored.value(setting.key);
+    const auto all =
+        objc::sendClass<"NSDictionary", "dictionaryWithContentsOfFile:", objc::Object>(uikit::nsString(file_.string()));
+    const auto chosen = objc::send<"objectForKey:", objc::Object>(all, uikit::nsString("language"));
+    language_ = objc::isKindOf(chosen, objc::classNamed<"NSString">()) ? uikit::utf8(chosen) : std::string();
+}
+
+std::string SettingsService::language() const {
+    const std::lock_guard lock(mutex_);
+    return language_;
 }
 
 std::int64_t SettingsService::value(const char* key) const {

@@ -28,6 +28,8 @@ class SettingsService : public objc::PeerBase {
     std::int64_t value(const char* key) const;
     store::Mode mode() const;
     objc::Strong<> pageSize() const;  // an NSNumber
+    /// The language that the user chose for the product, "de"; empty for that of the machine.
+    std::string language() const;
 
     bool isNeedToLoadData() const { return needToLoadData_.load(std::memory_order_relaxed); }
     void setIsNeedToLoadData(bool need) { needToLoadData_.store(need, std::memory_order_relaxed); }
@@ -44,6 +46,7 @@ class SettingsService : public objc::PeerBase {
     mutable std::mutex mutex_;
     std::filesystem::path file_;
     std::map<std::string, std::int64_t, std::less<>> values_;
+    std::string language_;
     std::atomic<bool> needToLoadData_{false};
     std::atomic<bool> settingsChanged_{false};
 };

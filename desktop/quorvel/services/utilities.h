@@ -1,8 +1,5 @@
-// QuorvelUtils: texts, dates, contact pictures.
+// QuorvelUtils: texts, dates, numbers and contact pictures as messages.
 #pragma once
-
-#include <filesystem>
-#include <string>
 
 #include "objc/layer.h"
 
@@ -14,10 +11,5 @@ class Utilities : public objc::PeerBase {
     static constexpr objc::Name className{"QuorvelUtils"};
     static void define(objc::ClassDefinition<Utilities>& definition);
 };
-
-/// Where `<language>.lproj/Quorvel.strings` lie, and the language; empty for that of the locale. Before the first text.
-void setTexts(std::filesystem::path folder, std::string language);
-/// Where the contacts' pictures lie, as RECORD.png. Before the first picture.
-void setContactPictures(std::filesystem::path folder);
 
 }  // namespace quorvel
