@@ -1,0 +1,79 @@
+// Contact pictures.
+#include "desktop/quorvel/visual/contact_picture.h"
+
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/uscript.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+#include "desktop/graphics/icons.h"
+#include "desktop/graphics/text.h"
+
+namespace quorvel {
+namespace {
+
+using graphics::Color;
+
+// Neighbours of the product's blue, all dark enough for white letters.
+const Color grounds[] = {Color::fromHex(0x4A7A90), Color::fromHex(0x6B8E7F), Color::fromHex(0x7D7396),
+                         Color::fromHex(0x9A7B6A), Color::fromHex(0x5F83A8), Color::fromHex(0x8A8060)};
+const Color nobody = Color::fromHex(0xC9D0D5);
+
+bool standsAlone(UChar32 letter) {
+    UErrorCode status = U_ZERO_ERROR;
+    const UScriptCode script = uscript_getScript(letter, &status);
+    return script != USCRIPT_LATIN && script != USCRIPT_CYRILLIC && script != USCRIPT_GREEK &&
+           script != USCRIPT_ARMENIAN && script != USCRIPT_HEBREW;
+}
+
+}  // namespace
+
+std::string initialsOf(const std::string& name) {
+    const auto text = icu::UnicodeString::fromUTF8(name);
+    icu::UnicodeString first;
+    icu::UnicodeString last;
+    bool atWord = true;
+    bool alone = false;
+    for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
+        const UChar32 letter = text.char32At(i);
+        if (u_isUWhiteSpace(letter) || letter == '-') {
+            atWord = true;
+        } else if (atWord) {
+            atWord = false;
+            if (!u_isalpha(letter)) continue;
+            (first.isEmpty() ? first : last) = icu::UnicodeString(letter);
+            if (last.isEmpty()) alone = standsAlone(letter);
+        }
+    }
+    std::string result;
+    if (alone) return first.toUTF8String(result);
+    return (first + last).toUpper().toUTF8String(result);
+}
+
+void drawContactPicture(graphics::Canvas& canvas, const graphics::Rect& circle, const graphics::Image& image,
+                        const std::string& initials, int record) {
+    const double side = circle.width();
+    if (image) {
+        const graphics::SavedState saved(canvas);
+        canvas.clipRounded(circle, side / 2);
+        const double factor = std::max(side / image.size().width, side / image.size().height);
+        canvas.draw(image, graphics::centred({image.size().width * factor, image.size().height * factor}, circle));
+        return;
+    }
+    if (initials.empty()) {
+        canvas.fillCircle(circle.centre(), side / 2, nobody);
+        const double inset = side / 5;
+        graphics::drawSymbol(canvas, graphics::Symbol::Person, circle.inset(inset, inset), Color::white());
+        return;
+    }
+    canvas.fillCircle(circle.centre(), side / 2, grounds[static_cast<unsigned>(record) % std::size(grounds)]);
+    graphics::TextStyle style;
+    style.font = graphics::Font::system(side * 0.41, graphics::Weight::Medium);
+    style.alignment = graphics::Alignment::Centre;
+    graphics::drawText(canvas, initials, circle, style, Color::white());
+}
+
+}  // namespace quorvel
