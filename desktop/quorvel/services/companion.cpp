@@ -22,7 +22,6 @@ namespace {
     const objc::AutoreleasePool pool;
     objc::registerClasses<CallArray, CallEntry, DataService, SettingsService, Utilities>();
     registerPluralFormat();
-    registerPluralFormat();
     registerVisualClasses();
 }
 
@@ -49,7 +48,7 @@ std::optional<std::string> openCompanion(const DataDirectory& directory, const s
     for (const auto& sentence : Texts::shared().open(textsFolder, SettingsService::shared()->language())) say(sentence);
     setHomeRegion(regionOf(localeLanguage()));
     sources().language = [] { return Texts::shared().language(); };
-    setContactsFolder(directory.contacts());
+    ContactPictures::shared().setFolder(directory.contacts());
     return std::nullopt;
 }
 
