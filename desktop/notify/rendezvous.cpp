@@ -209,7 +209,7 @@ std::optional<Failure> postInto(const fs::path& directory, std::string_view name
     }
     const fs::path path = directory / fileName;
     const std::string what = "The notification \"" + std::string(name) + "\" cannot be posted:";
-    for (int attempt = 0; attempt < 100; ++attempt) {
+    for (int attempt = 0; attempt < 10000; ++attempt) {
         const File file(path, O_WRONLY | O_CREAT);
         struct stat about {};
         if (!file || fstat(file.descriptor(), &about) != 0) {

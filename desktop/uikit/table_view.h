@@ -147,6 +147,7 @@ class TableView : public ScrollView {
     std::optional<RowPlace> selected_;
     std::optional<RowPlace> revealed_;
     bool revealedBySwipe_ = false;
+    AnimationToken slide_ = 0;
     Touch pressBegan_;
     objc::Ref<Button> deleteButton_;
 };

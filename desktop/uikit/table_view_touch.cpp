@@ -167,8 +167,9 @@ void TableView::slideRow(double from, double to) {
     const auto found = cells_.find(*revealed_);
     if (found == cells_.end()) return;
     const objc::Ref<TableViewCell> cell = found->second;
-    animate(slideSeconds, Curve::EaseOut,
-            [cell, from, to](double progress) { cell->setRevealed(from + (to - from) * progress); });
+    cancelAnimation(slide_);
+    slide_ = animate(slideSeconds, Curve::EaseOut,
+                     [cell, from, to](double progress) { cell->setRevealed(from + (to - from) * progress); });
 }
 
 void TableView::hideDelete() {
@@ -185,6 +186,8 @@ void TableView::confirmDelete() {
     if (!revealed_) return;
     const RowPlace place = *revealed_;
     const bool bySwipe = std::exchange(revealedBySwipe_, false);
+    // The cell may serve another row in a moment: it must not go on sliding.
+    cancelAnimation(slide_);
     if (const auto found = cells_.find(place); found != cells_.end()) found->second->setRevealed(0);
     revealed_.reset();
     if (const auto button = std::exchange(deleteButton_, {})) button->removeFromSuperview();

@@ -141,7 +141,10 @@ bool Window::hasLightStatusBar() {
 }
 
 void Window::drawAbove(graphics::Canvas& canvas) {
-    const Color color = hasLightStatusBar() ? Color::white() : Color::black();
+    const bool light = hasLightStatusBar();
+    const Color color = light ? Color::white() : Color::black();
+    // The bars here are light, so light text brings a ground of its own.
+    if (light) canvas.fill({{0, 0}, {bounds().size.width, statusBarHeight}}, palette::brand);
     auto* application = Application::shared();
     drawStatusBar(canvas, {{}, {frame().width(), statusBarHeight}}, color,
                   {application->isNetworkActivityIndicatorVisible(), application->networkActivityTurn()});
