@@ -32,11 +32,11 @@ class Entry : public objc::PeerBase {
     }
 
     struct Fields {
-        std::string name;
-        std::string number;
-        std::string label;
-        std::string location;
-        std::string day;
+        std::string name = {};
+        std::string number = {};
+        std::string label = {};
+        std::string location = {};
+        std::string day = {};
         int date = 0;
         int duration = 0;
         int contact = -1;

@@ -8,6 +8,7 @@
 #include "desktop/dispatch/clock.h"
 #include "desktop/dispatch/main_loop.h"
 #include "desktop/quorvel/visual/sources.h"
+#include "desktop/quorvel/visual/visual.h"
 #include "desktop/uikit/application.h"
 #include "tests/quorvel_visual/entry.h"
 
@@ -24,6 +25,7 @@ inline constexpr int day = 24 * hour;
 class VisualTest : public testing::Test {
   protected:
     VisualTest() {
+        registerVisualClasses();
         dispatch::Clock::useVirtual(100);
         uikit::setScreen({320, 568}, 2);
         uikit::Application::makeShared(objc::classOf<uikit::Application>());

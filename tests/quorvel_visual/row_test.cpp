@@ -1,6 +1,7 @@
 // What rows say, text by text, with the clock at Saturday, 21 November 2026, 15:00 in Berlin.
 #include "desktop/quorvel/visual/call_cell.h"
 #include "desktop/quorvel/visual/call_time.h"
+#include "desktop/quorvel/visual/contact_picture.h"
 #include "tests/quorvel_visual/fixture.h"
 
 namespace quorvel::test {
@@ -34,8 +35,10 @@ TEST_F(RowTest, theNumberIsWrittenAsTheCompanionWritesIt) {
 
 TEST_F(RowTest, aCallWithoutANumberSaysSo) { EXPECT_EQ(textsOf({.date = now}), (Texts{"UNKNOWN", "15:00"})); }
 
-TEST_F(RowTest, aFaceTimeCallSaysFaceTimeInPlaceOfTheLabel) {
+TEST_F(RowTest, aFaceTimeCallSaysItsKindInPlaceOfTheLabel) {
     EXPECT_EQ(textsOf({.name = "Kim", .label = "home", .date = now, .faceTime = true}),
+              (Texts{"Kim", "FaceTime Audio", "15:00"}));
+    EXPECT_EQ(textsOf({.name = "Kim", .label = "home", .date = now, .faceTime = true, .faceTimeVideo = true}),
               (Texts{"Kim", "FaceTime", "15:00"}));
 }
 
@@ -119,7 +122,7 @@ TEST_F(RowTest, aHistorysCallSaysItsExactTimeItsNumberAndItsLength) {
 TEST_F(RowTest, aHistorysMissedFaceTimeCallHasNoLength) {
     const auto made = cell({.number = "a@b.example", .date = now, .missed = true, .faceTime = true});
     made->setShowLogCell(true);
-    EXPECT_EQ(made->drawnTexts(), (Texts{"Nov 21, 2026, 15:00", "FaceTime · a@b.example"}));
+    EXPECT_EQ(made->drawnTexts(), (Texts{"Nov 21, 2026, 15:00", "FaceTime Audio · a@b.example"}));
 }
 
 TEST_F(RowTest, durationsCountHoursOnlyWhereThereAreAny) {

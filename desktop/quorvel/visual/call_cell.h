@@ -1,64 +1,52 @@
-// QVUITableViewCell: a call, a run of calls or a day as a row; and the cell of the load-more row.
+// QVUITableViewCell: the row of a call, of a day with its counts, or of one call in a history.
 #pragma once
 
-#include <functional>
-#include <string>
+#include <optional>
 
+#include "desktop/quorvel/visual/row_text.h"
 #include "desktop/uikit/table_view_cell.h"
 
 namespace quorvel {
 
-/// The texts that a row draws, made once when the entry is set.
-struct CallCellTexts {
-    std::string title;
-    std::string below;
-    std::string right;
-};
-
+/// The entry is read when it is set and not asked again, so drawing sends no messages to it.
 class CallCell : public uikit::TableViewCell {
   public:
     using Super = uikit::TableViewCell;
     static constexpr objc::Name className{"QVUITableViewCell"};
     static void define(objc::ClassDefinition<CallCell>& definition);
 
-    // Messages of the same names.
+    // Messages of the same names. The entry is retained.
     objc::Object callEntry() const { return entry_; }
     void setCallEntry(objc::Object entry);
-    void setShowGroupByDateCell(bool show);
-    void setShowGroupCount(bool show);
-    void setShowLogCell(bool show);
+    bool showGroupByDateCell() const { return showsDay_; }
+    void setShowGroupByDateCell(bool shows);
+    bool showGroupCount() const { return showsCount_; }
+    void setShowGroupCount(bool shows);
+    bool showLogCell() const { return showsHistory_; }
+    void setShowLogCell(bool shows);
+    /// `setNeedsDisplay`: asks the picture cache again before it draws, since that is how one learns of a new picture.
+    void pictureMayHaveCome();
 
+    void prepareForReuse() override;
     void draw(graphics::Canvas& canvas) override;
     std::vector<std::string> drawnTexts() const override;
-    void prepareForReuse() override;
 
   private:
     void refresh();
-    void drawCall(graphics::Canvas& canvas);
-    void drawDay(graphics::Canvas& canvas);
-    double drawPicture(graphics::Canvas& canvas, double x);
+    void lookUpPicture();
+    const RowText& row() const;
+    void drawCall(graphics::Canvas& canvas, uikit::Size size) const;
+    void drawDay(graphics::Canvas& canvas, uikit::Size size) const;
+    void drawHistory(graphics::Canvas& canvas, uikit::Size size) const;
 
     objc::Strong<> entry_;
+    CallFacts facts_;
+    mutable std::optional<RowText> row_;  // made when first asked for after a change
+    graphics::Image picture_;
+    bool showsPictures_ = false;
     bool showsDay_ = false;
     bool showsCount_ = false;
-    bool showsLog_ = false;
-    bool outgoing_ = false;
-    bool missed_ = false;
-    int contact_ = -1;
-    CallCellTexts texts_;
-    std::vector<std::string> dayLines_;
+    bool showsHistory_ = false;
 };
-
-/// QVLoadMoreRecordsCell.
-class LoadMoreCell : public uikit::TableViewCell {
-  public:
-    using Super = uikit::TableViewCell;
-    static constexpr objc::Name className{"QVLoadMoreRecordsCell"};
-    static void define(objc::ClassDefinition<LoadMoreCell>&) {}
-};
-
-/// When a call was, as a row says it: the time today, "Yesterday", the weekday within a week, else the date; local
-/// time.
-std::string rowTime(std::int64_t call, std::int64_t now);
 
 }  // namespace quorvel

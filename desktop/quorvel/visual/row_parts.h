@@ -26,8 +26,8 @@ double drawFaceTime(graphics::Canvas& canvas, bool video, graphics::Point start)
 
 struct DayColumn {
     Direction direction;
-    const std::string& count;
-    const std::string& duration;
+    std::string count;
+    std::string duration;
 };
 void drawDayColumn(graphics::Canvas& canvas, const DayColumn& column, graphics::Point start, double width);
 

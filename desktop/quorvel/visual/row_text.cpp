@@ -8,14 +8,14 @@
 namespace quorvel {
 namespace {
 
-constexpr const char* faceTime = "FaceTime";
+const char* faceTime(const CallFacts& facts) { return facts.faceTimeVideo ? "FaceTime" : "FaceTime Audio"; }
 
 std::string shownNumber(const CallFacts& facts) {
     return facts.number.empty() ? sources().text("UNKNOWN") : sources().number(facts.number);
 }
 
 std::string callSubtitle(const CallFacts& facts) {
-    if (facts.faceTime) return faceTime;
+    if (facts.faceTime) return faceTime(facts);
     if (!facts.label.empty()) return facts.label;
     return facts.location;
 }
@@ -46,7 +46,7 @@ RowText historyText(const CallFacts& facts) {
     RowText text;
     text.title = exactTime(facts.date);
     text.subtitle = shownNumber(facts);
-    if (facts.faceTime) text.subtitle = std::string(faceTime) + " · " + text.subtitle;
+    if (facts.faceTime) text.subtitle = std::string(faceTime(facts)) + " · " + text.subtitle;
     if (facts.duration > 0) text.side = durationText(facts.duration);
     return text;
 }

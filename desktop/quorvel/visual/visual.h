@@ -1,9 +1,9 @@
-// The companion's visual classes.
+// The companion's visual classes, all of them.
 #pragma once
 
 namespace quorvel {
 
-/// Registers them all, and what the companion adds to the toolkit's classes. Once, at load.
+/// Registers them, and what the companion adds to the toolkit's classes. At load; nothing happens the second time.
 void registerVisualClasses();
 
 }  // namespace quorvel

@@ -10,6 +10,7 @@
 #include "desktop/quorvel/visual/person_header.h"
 #include "desktop/quorvel/visual/progress_hud.h"
 #include "desktop/quorvel/visual/sources.h"
+#include "desktop/quorvel/visual/visual.h"
 #include "desktop/uikit/application.h"
 #include "tests/quorvel_visual/entry.h"
 
@@ -171,6 +172,7 @@ int main(int count, char** arguments) {
     }
     folder = arguments[1];
     const objc::AutoreleasePool pool;
+    registerVisualClasses();
     icu::TimeZone::adoptDefault(icu::TimeZone::createTimeZone("Europe/Berlin"));
     dispatch::Clock::useVirtual(1);
     uikit::setScreen({width, 568}, 2);
