@@ -24,7 +24,7 @@ constexpr double subtitleFall = 10;
 const Font titleFont = Font::system(16, Weight::Semibold);
 const Font countFont = Font::system(15);
 const Font subtitleFont = Font::system(12.5);
-const Font sideFont = Font::system(14);
+const Font sideFont = Font::system(13);
 
 }  // namespace
 
@@ -139,7 +139,8 @@ void CallCell::drawDay(graphics::Canvas& canvas, uikit::Size size) const {
     const RowText& text = row();
     const double right = size.width - gap;
     drawLine(canvas, text.title, {margin, headlineMiddle}, right, titleFont, uikit::palette::brand);
-    const double width = (right - margin) / columns;
+    // The last column has no duration and gives room to the others.
+    const double width = (right - margin) * 0.36;
     const DayColumn counts[columns] = {{Direction::Outgoing, text.dialled, text.dialledDuration},
                                        {Direction::Incoming, text.received, text.receivedDuration},
                                        {Direction::Missed, text.missed, {}}};

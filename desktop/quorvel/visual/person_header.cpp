@@ -78,7 +78,8 @@ void PersonHeader::setCallRecords(objc::Object records) {
 
 double PersonHeader::height() const {
     const double below = buttonGap + buttonHeight + buttonGap;
-    return (day_.empty() ? 0 : dayHeight) + static_cast<double>(lines_.size()) * lineHeight + below;
+    const std::size_t lines = lines_.size() + (more_.empty() ? 0 : 1);
+    return (day_.empty() ? 0 : dayHeight) + static_cast<double>(lines) * lineHeight + below;
 }
 
 uikit::Size PersonHeader::sizeThatFits(uikit::Size size) {
@@ -101,10 +102,10 @@ void PersonHeader::draw(graphics::Canvas& canvas) {
         const double left = margin + symbolSide + 9;
         const double end = drawLine(canvas, line.time, {left, y}, right, lineFont, titleColor(line.facts.direction));
         if (line.facts.faceTime) drawFaceTime(canvas, line.facts.faceTimeVideo, {end + 8, y});
-        const bool isLast = &line == &lines_.back();
-        drawSide(canvas, isLast && !more_.empty() ? more_ : line.duration, right, y, lineFont);
+        drawSide(canvas, line.duration, right, y, lineFont);
         y += lineHeight;
     }
+    drawLine(canvas, more_, {margin + symbolSide + 9, y}, right, lineFont, uikit::palette::secondaryText);
     canvas.horizontalHairline(0, bounds().size.width, bounds().size.height - canvas.pixel(), uikit::palette::separator);
 }
 
@@ -112,8 +113,9 @@ std::vector<std::string> PersonHeader::drawnTexts() const {
     std::vector<std::string> texts{day_};
     for (const auto& line : lines_) {
         texts.push_back(line.time);
-        texts.push_back(&line == &lines_.back() && !more_.empty() ? more_ : line.duration);
+        texts.push_back(line.duration);
     }
+    texts.push_back(more_);
     std::erase(texts, std::string());
     return texts;
 }

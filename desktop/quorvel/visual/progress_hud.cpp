@@ -191,8 +191,9 @@ void ProgressHud::layoutSubviews() {
 
 void ProgressHud::draw(graphics::Canvas& canvas) {
     canvas.shadow(panel_, rounding, 12, {0, 2}, uikit::Color::gray(0, 0.18));
-    // The product's light grey is to be read against a white list, so the panel is denser than its opacity says.
-    canvas.fillRounded(panel_, rounding, color_.withAlpha(std::max<double>(opacity_, 0.96)));
+    // Text that shines through would be read with the panel's own, so the panel is far denser than its opacity says.
+    constexpr double transparency = 0.04;
+    canvas.fillRounded(panel_, rounding, color_.withAlpha(1 - (1 - static_cast<double>(opacity_)) * transparency));
     canvas.hairlineFrameRounded(panel_, rounding, uikit::palette::separator);
 }
 

@@ -54,7 +54,7 @@ double drawLine(graphics::Canvas& canvas, const std::string& text, graphics::Poi
     if (text.empty() || room <= 0) return start.x;
     const double height = font.lineHeight();
     graphics::drawText(canvas, text, {{start.x, start.y - height / 2}, {room, height}}, lineStyle(font), color);
-    return start.x + std::min(room, textWidth(text, font));
+    return start.x + std::min(room, graphics::measureText(text, lineStyle(font), room).width);
 }
 
 double drawSide(graphics::Canvas& canvas, const std::string& text, double right, double middle, const Font& font) {
