@@ -69,6 +69,16 @@ TEST_F(SheetTest, itKeepsItselfWhileItShows) {
     EXPECT_EQ(heard_, Texts{"other"});
 }
 
+TEST_F(SheetTest, aPanelThatIsTakenAwayLeavesTheSheetReadyToBeShown) {
+    const auto sheet = show();
+    uikit::frontSheet()->removeFromSuperview();
+    EXPECT_FALSE(uikit::frontSheet());
+    sheet->dismissWithClickedButtonIndexAnimated(0, false);
+    EXPECT_EQ(heard_, Texts{});
+    sheet->showInView(window());
+    EXPECT_TRUE(uikit::frontSheet());
+}
+
 TEST_F(SheetTest, itCanBeShownAgain) {
     const auto sheet = show();
     sheet->dismissWithClickedButtonIndexAnimated(-1, false);

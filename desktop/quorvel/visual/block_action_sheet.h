@@ -24,11 +24,12 @@ class BlockActionSheet : public objc::PeerBase {
     void dismissWithClickedButtonIndexAnimated(long index, bool animated);
 
   private:
+    struct Shown;
     void add(objc::Object title, const void* block, uikit::Sheet::Role role);
 
     uikit::Sheet::Content content_;
     std::vector<objc::Block<void()>> blocks_;
-    objc::Ref<uikit::Sheet> sheet_;
+    uikit::Sheet* panel_ = nullptr;  // the window's; null while none shows
 };
 
 }  // namespace quorvel

@@ -114,8 +114,8 @@ void days() {
                 .dialled = 1204,
                 .received = 998,
                 .missedCalls = 1113,
-                .dialledSeconds = 372300,
-                .receivedSeconds = 175400},
+                .dialledSeconds = 37230,
+                .receivedSeconds = 35400},
                95, asDay);
     auto asHistory = [](CallCell& cell) {
         cell.setShowLogCell(true);
