@@ -122,7 +122,8 @@ std::string runScriptLine(const std::string& line, const ScriptHost& host) {
     if (!settles) words.erase(words.begin());
     if (words.empty()) return "now wants a command after it";
     const auto found = commands.find(words.front().text);
-    if (found == commands.end()) return "unknown command " + phone::quoted(words.front().text) + "; there are " + allNames();
+    if (found == commands.end())
+        return "unknown command " + phone::quoted(words.front().text) + "; there are " + allNames();
     words.erase(words.begin());
     const Entry& entry = found->second;
     if (words.size() < entry.fewest || words.size() > entry.most) return std::string("usage: ") + entry.usage;
