@@ -7,19 +7,26 @@
 
 namespace quorvel {
 
+/// Where the things of one handset are. What is here belongs to one user; two directories share nothing.
 class DataDirectory {
   public:
-    /// Opens the folder, or the user's own where `path` is empty ($XDG_DATA_HOME/quorvel), and makes what is missing.
-    /// Answers a sentence when it cannot be made or written.
+    /// Opens the folder, or the user's own where `path` is empty ($XDG_DATA_HOME/quorvel, ~/.local/share/quorvel), and
+    /// makes what is missing of the folders. Files are left to those who write them. Answers a sentence that says what
+    /// is wrong, where, and what to do, when it cannot be made, read or written.
     static std::variant<DataDirectory, std::string> open(const std::filesystem::path& path);
 
+    /// Absolute.
     const std::filesystem::path& path() const { return path_; }
+    /// The log of calls, a database.
     std::filesystem::path calls() const { return path_ / "calls.db"; }
+    /// The settings, a property list.
     std::filesystem::path settings() const { return path_ / "settings.plist"; }
+    /// A vCard for each contact.
     std::filesystem::path contacts() const { return path_ / "contacts"; }
+    /// The rendezvous of the programs that have this directory open.
     std::filesystem::path notifications() const { return path_ / "notifications"; }
     /// Whether no log of calls is there yet: the handset is used for the first time.
-    bool isNew() const { return !std::filesystem::exists(calls()); }
+    bool isNew() const;
 
   private:
     explicit DataDirectory(std::filesystem::path path) : path_(std::move(path)) {}

@@ -1,158 +1,197 @@
-// The settings' property list.
+// Reading and writing the settings' property list.
 #include "desktop/quorvel/settings/settings_store.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <charconv>
-#include <cstring>
+#include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <system_error>
+
+#include "desktop/quorvel/settings/property_list.h"
 
 namespace quorvel {
 namespace {
 
+namespace fs = std::filesystem;
 using Kind = SettingDescription::Kind;
 
-constexpr SettingDescription descriptions[] = {
-    {"isReplaceRecentsOn", Kind::Switch, 1, 0, 1, "the plug-in's Recents screen in place of the telephone's"},
-    {"minRec_Call", Kind::Number, 50, 1, 10000, "calls shown at first and added by each load-more"},
-    {"isEnableCallSearch", Kind::Switch, 1, 0, 1, "the search bar"},
-    {"isShowHeader_Call", Kind::Switch, 1, 0, 1, "the count above the list"},
-    {"isShowFooter_Call", Kind::Switch, 1, 0, 1, "the totals below the list"},
-    {"isShowContactImage", Kind::Switch, 1, 0, 1, "the contacts' pictures"},
-    {"isCallOnTap_Call", Kind::Switch, 0, 0, 1, "a tap on a row calls back"},
-    {"isFaceTimeEnabled", Kind::Switch, 1, 0, 1, "FaceTime calls are called back with FaceTime"},
-    {"isGroupByDate", Kind::Switch, 0, 0, 1, "one row for each day"},
-    {"isGroupContacts_Call", Kind::Switch, 0, 0, 1, "calls of one contact in a row are one row"},
+std::string reason(int error) { return std::system_category().message(error); }
+
+/// Keeps other processes that would change files of the folder waiting. Where the folder cannot be locked, nobody can
+/// write there either.
+class FolderLock {
+  public:
+    explicit FolderLock(const fs::path& folder)
+        : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) continue;
+    }
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+    ~FolderLock() {
+        if (descriptor_ >= 0) ::close(descriptor_);
+    }
+    /// Puts renamed files on disk.
+    void sync() const {
+        if (descriptor_ >= 0) fsync(descriptor_);
+    }
+
+  private:
+    int descriptor_;
 };
 
-objc::Object nsText(std::string_view text) {
-    return objc::sendClass<"NSString", "stringWithUTF8String:", objc::Object>(std::string(text).c_str());
-}
+fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : fs::path("."); }
 
-objc::Object dataOf(const std::string& bytes) {
-    return objc::sendClass<"NSData", "dataWithBytes:length:", objc::Object>(static_cast<const void*>(bytes.data()),
-                                                                            bytes.size());
-}
-
-/// The property list in the bytes as a mutable dictionary; null where they are none.
-objc::Object dictionaryIn(const std::string& bytes) {
-    constexpr unsigned long mutableContainers = 1;
-    const auto list =
-        objc::sendClass<"NSPropertyListSerialization", "propertyListWithData:options:format:error:", objc::Object>(
-            dataOf(bytes), mutableContainers, static_cast<void*>(nullptr), static_cast<void*>(nullptr));
-    return objc::isKindOf(list, objc::classNamed<"NSDictionary">()) ? list : objc::Object{};
-}
-
-std::filesystem::path freeName(const std::filesystem::path& file) {
+fs::path freeName(const fs::path& file) {
     for (int i = 1;; ++i) {
-        std::filesystem::path name = file.string() + ".damaged-" + std::to_string(i);
-        if (!std::filesystem::exists(name)) return name;
+        fs::path name = file.string() + ".damaged-" + std::to_string(i);
+        std::error_code error;
+        if (!fs::exists(fs::symlink_status(name, error))) return name;
     }
 }
 
-std::optional<std::int64_t> parse(const SettingDescription& setting, std::string_view text) {
-    if (setting.kind == Kind::Switch) {
-        for (const char* word : {"on", "yes", "true"})
-            if (text == word) return 1;
-        for (const char* word : {"off", "no", "false"})
-            if (text == word) return 0;
+/// Writes the bytes to a new file and puts them on disk; 0, or the number of the error.
+int writeNewFile(const fs::path& file, std::string_view bytes) {
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (descriptor < 0) return errno;
+    int error = 0;
+    while (!bytes.empty() && error == 0) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            error = errno;
+        }
     }
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-    if (value < setting.least || value > setting.greatest) return std::nullopt;
-    return value;
+    if (error == 0 && ::fsync(descriptor) != 0) error = errno;
+    if (::close(descriptor) != 0 && error == 0) error = errno;
+    return error;
+}
+
+/// The whole file; nothing, and errno, where it cannot be read.
+std::optional<std::string> contentOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) return std::nullopt;
+    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    // A folder opens well and fails when it is read.
+    if (stream.bad() || fs::is_directory(file)) {
+        errno = EISDIR;
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+std::string knownKeys() {
+    std::string known;
+    for (const auto& each : settingDescriptions()) known += (known.empty() ? "" : ", ") + std::string(each.key);
+    return known;
 }
 
 }  // namespace
 
-std::span<const SettingDescription> settingDescriptions() { return descriptions; }
-
-const SettingDescription* describeSetting(std::string_view key) {
-    for (const auto& setting : descriptions)
-        if (setting.key == key) return &setting;
-    return nullptr;
+std::optional<std::string> SettingsStore::load() {
+    const FolderLock lock(folderOf(file_));
+    return read();
 }
 
-std::optional<std::string> SettingsStore::load() {
+std::optional<std::string> SettingsStore::read() {
     values_ = objc::make<objc::Object>(objc::classNamed<"NSMutableDictionary">());
-    std::ifstream stream(file_, std::ios::binary);
-    if (!stream) {
-        if (!std::filesystem::exists(file_)) return std::nullopt;
-        return "The settings in " + file_.string() +
-               " cannot be read; the usual ones are used. Check the file's permissions.";
+    const auto bytes = contentOf(file_);
+    if (!bytes) {
+        if (errno == ENOENT) return std::nullopt;
+        return "The settings in " + file_.string() + " cannot be read: " + reason(errno) +
+               ". The usual ones are used. Check what is there, and its permissions.";
     }
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (const auto read = dictionaryIn(bytes)) {
-        objc::send<"setDictionary:">(values_.get(), read);
+    if (const auto found = dictionaryInPropertyList(*bytes)) {
+        objc::send<"setDictionary:">(values_.get(), found);
         return std::nullopt;
     }
     const auto aside = freeName(file_);
-    std::error_code error;
-    std::filesystem::rename(file_, aside, error);
+    if (::rename(file_.c_str(), aside.c_str()) != 0)
+        return "The settings in " + file_.string() + " are damaged; the usual ones are used. The file cannot be set " +
+               "aside: " + reason(errno) + ". Move it away.";
     return "The settings in " + file_.string() + " are damaged; the usual ones are used. The file was kept as " +
-           (error ? file_.string() : aside.string()) + ".";
+           aside.string() + ".";
+}
+
+objc::Object SettingsStore::stored(const SettingDescription& setting) const {
+    return objc::send<"objectForKey:", objc::Object>(values_.get(), propertyText(setting.key));
+}
+
+std::optional<std::int64_t> SettingsStore::storedNumber(const SettingDescription& setting) const {
+    const auto found = stored(setting);
+    if (!objc::isKindOf(found, objc::classNamed<"NSNumber">())) return std::nullopt;
+    const auto number = objc::send<"longLongValue", long long>(found);
+    if (number < setting.least || number > setting.greatest) return std::nullopt;
+    return number;
+}
+
+std::optional<std::string> SettingsStore::storedText(const SettingDescription& setting) const {
+    const auto found = stored(setting);
+    if (!objc::isKindOf(found, objc::classNamed<"NSString">())) return std::nullopt;
+    const char* text = objc::send<"UTF8String", const char*>(found);
+    return parseText(setting, text ? text : "");
 }
 
 std::int64_t SettingsStore::value(std::string_view key) const {
     const auto* setting = describeSetting(key);
-    if (!setting) return 0;
-    const auto stored = objc::send<"objectForKey:", objc::Object>(values_.get(), nsText(key));
-    constexpr auto question = objc::Name{"longLongValue"};
-    if (!stored || !objc::respondsTo(stored, objc::selector<question>())) return setting->usual;
-    const auto number = objc::send<question, long long>(stored);
-    return std::clamp<std::int64_t>(number, setting->least, setting->greatest);
+    if (!setting || setting->isText()) return 0;
+    return storedNumber(*setting).value_or(setting->usual);
 }
 
 std::string SettingsStore::text(std::string_view key) const {
     const auto* setting = describeSetting(key);
     if (!setting) return {};
+    if (setting->isText()) return storedText(*setting).value_or("");
     if (setting->kind == Kind::Switch) return isOn(key) ? "on" : "off";
     return std::to_string(value(key));
 }
 
+std::vector<std::string> SettingsStore::objections() const {
+    std::vector<std::string> sentences;
+    for (const auto& setting : settingDescriptions()) {
+        if (!stored(setting)) continue;
+        if (setting.isText() ? storedText(setting).has_value() : storedNumber(setting).has_value()) continue;
+        const std::string usual = text(setting.key);
+        sentences.push_back("The value of " + std::string(setting.key) + " in " + file_.string() + " is not " +
+                            acceptedValues(setting) + "; " + (usual.empty() ? "the locale's" : usual) + " is used.");
+    }
+    return sentences;
+}
+
 std::optional<std::string> SettingsStore::set(std::string_view key, std::string_view text) {
     const auto* setting = describeSetting(key);
-    if (!setting) {
-        std::string known;
-        for (const auto& each : descriptions) known += (known.empty() ? "" : ", ") + std::string(each.key);
-        return "There is no setting " + std::string(key) + "; there are " + known + ".";
+    if (!setting) return "There is no setting " + std::string(key) + "; there are " + knownKeys() + ".";
+    objc::Object value;
+    if (const auto words = parseText(*setting, text)) {
+        value = propertyText(*words);
+    } else if (const auto number = parseNumber(*setting, text)) {
+        value = setting->kind == Kind::Switch
+                    ? objc::sendClass<"NSNumber", "numberWithBool:", objc::Object>(*number != 0)
+                    : objc::sendClass<"NSNumber", "numberWithLongLong:", objc::Object>(static_cast<long long>(*number));
     }
-    const auto value = parse(*setting, text);
-    if (!value) {
-        const std::string wanted =
-            setting->kind == Kind::Switch
-                ? "on or off"
-                : "a whole number from " + std::to_string(setting->least) + " to " + std::to_string(setting->greatest);
-        return std::string(key) + " takes " + wanted + ", not \"" + std::string(text) + "\".";
+    if (!value) return std::string(key) + " takes " + acceptedValues(*setting) + ", not \"" + std::string(text) + "\".";
+    const FolderLock lock(folderOf(file_));
+    if (const auto trouble = read()) return *trouble + " Nothing was set.";
+    objc::send<"setObject:forKey:">(values_.get(), value, propertyText(key));
+    if (const auto trouble = write()) {
+        read();
+        return trouble;
     }
-    const auto number =
-        setting->kind == Kind::Switch
-            ? objc::sendClass<"NSNumber", "numberWithBool:", objc::Object>(*value != 0)
-            : objc::sendClass<"NSNumber", "numberWithLongLong:", objc::Object>(static_cast<long long>(*value));
-    objc::send<"setObject:forKey:">(values_.get(), number, nsText(key));
-    return write();
+    lock.sync();
+    return std::nullopt;
 }
 
 std::optional<std::string> SettingsStore::write() const {
-    constexpr unsigned long xmlFormat = 100;
-    const auto data =
-        objc::sendClass<"NSPropertyListSerialization", "dataWithPropertyList:format:options:error:", objc::Object>(
-            values_.get(), xmlFormat, 0UL, static_cast<void*>(nullptr));
-    const std::string temporary = file_.string() + ".new-" + std::to_string(getpid());
-    const auto* bytes = objc::send<"bytes", const char*>(data);
-    const auto length = objc::send<"length", unsigned long>(data);
-    const int descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    bool good = descriptor >= 0 && ::write(descriptor, bytes, length) == static_cast<ssize_t>(length) &&
-                ::fsync(descriptor) == 0;
-    if (descriptor >= 0) good = ::close(descriptor) == 0 && good;
-    if (good && ::rename(temporary.c_str(), file_.c_str()) == 0) return std::nullopt;
-    const std::string why = std::strerror(errno);
+    const fs::path temporary = file_.string() + ".new-" + std::to_string(getpid());
+    int error = writeNewFile(temporary, xmlPropertyList(values_.get()));
+    if (error == 0 && ::rename(temporary.c_str(), file_.c_str()) != 0) error = errno;
+    if (error == 0) return std::nullopt;
     ::unlink(temporary.c_str());
-    return "The settings in " + file_.string() + " cannot be written: " + why + ". Nothing was changed.";
+    return "The settings in " + file_.string() + " cannot be written: " + reason(error) +
+           ". Nothing was changed. Make room, or make the folder writable.";
 }
 
 }  // namespace quorvel
