@@ -61,24 +61,28 @@ void CallEntry::define(objc::ClassDefinition<CallEntry>& definition) {
 
 objc::Ref<CallEntry> CallEntry::of(const store::CallRecord& record) {
     auto entry = objc::Ref<CallEntry>::make();
-    entry->rowId = static_cast<std::int32_t>(record.rowId);
-    entry->logId = static_cast<std::int32_t>(record.logId);
-    entry->contact = record.contactId;
-    entry->date = static_cast<std::int32_t>(record.date);
-    entry->duration = record.duration;
-    entry->flag = record.flags;
-    entry->count = static_cast<std::int32_t>(record.count);
-    entry->dialledCount = record.dialledCount;
-    entry->receivedCount = record.receivedCount;
-    entry->missedCount = record.missedCount;
-    entry->dialledDuration = record.dialledDuration;
-    entry->receivedDuration = record.receivedDuration;
-    entry->phoneNumber.store(objc::Strong<>(uikit::nsString(record.address)));
-    entry->name.store(textOrNil(record.name));
-    entry->phoneLabel.store(textOrNil(record.label));
-    entry->location.store(textOrNil(record.location));
-    entry->day.store(objc::Strong<>(uikit::nsString(record.day)));
+    entry->fill(record);
     return entry;
+}
+
+void CallEntry::fill(const store::CallRecord& record) {
+    rowId = static_cast<std::int32_t>(record.rowId);
+    logId = static_cast<std::int32_t>(record.logId);
+    contact = record.contactId;
+    date = static_cast<std::int32_t>(record.date);
+    duration = record.duration;
+    flag = record.flags;
+    count = static_cast<std::int32_t>(record.count);
+    dialledCount = record.dialledCount;
+    receivedCount = record.receivedCount;
+    missedCount = record.missedCount;
+    dialledDuration = record.dialledDuration;
+    receivedDuration = record.receivedDuration;
+    phoneNumber.store(objc::Strong<>(uikit::nsString(record.address)));
+    name.store(textOrNil(record.name));
+    phoneLabel.store(textOrNil(record.label));
+    location.store(textOrNil(record.location));
+    day.store(objc::Strong<>(uikit::nsString(record.day)));
 }
 
 store::CallRecord CallEntry::record() const {

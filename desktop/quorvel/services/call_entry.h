@@ -17,6 +17,12 @@ class CallEntry : public objc::PeerBase {
 
     /// A new entry with the record's fields, owned by the caller.
     static objc::Ref<CallEntry> of(const store::CallRecord& record);
+    /// Takes over the record's fields, one by one.
+    void fill(const store::CallRecord& record);
+    /// Whether it stands for a day.
+    bool isDay() const { return dialledCount + receivedCount + missedCount > 0; }
+    /// The list besides "all" that the call belongs to.
+    store::Filter kind() const { return store::listOf(flag, duration); }
     /// The fields as the store takes them.
     store::CallRecord record() const;
 

@@ -3,7 +3,6 @@
 
 #include <cstdio>
 
-#include "desktop/quorvel/services/contact_pictures.h"
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/services/phone_number.h"
 #include "desktop/quorvel/services/plural_format.h"
@@ -48,7 +47,7 @@ std::optional<std::string> openCompanion(const DataDirectory& directory, const s
     for (const auto& sentence : Texts::shared().open(textsFolder, SettingsService::shared()->language())) say(sentence);
     setHomeRegion(regionOf(localeLanguage()));
     sources().language = [] { return Texts::shared().language(); };
-    ContactPictures::shared().setFolder(directory.contacts());
+    setContactsFolder(directory.contacts());
     return std::nullopt;
 }
 

@@ -77,31 +77,62 @@ DataService* DataService::shared() {
 
 objc::Object DataService::sharedInstance(Class) { return objc::Object{shared()->self}; }
 
-void DataService::setStore(std::unique_ptr<store::CallStore> calls) { store_ = std::move(calls); }
+void DataService::setStore(std::unique_ptr<store::CallStore> calls) {
+    const std::lock_guard lock(filling_);
+    store_ = std::move(calls);
+    for (auto& list : lists_) {
+        list.array.store({});
+        list.count = list.duration = 0;
+        list.last = {};
+        list.day.clear();
+    }
+    anyDeleted_ = false;
+}
 
-/// The filter's list in the present mode, made where the property is nil.
-objc::Ref<CallArray> DataService::listFor(store::Filter filter) {
-    auto& slot = lists_[listIndex(filter, presentMode())].array;
-    if (!slot.load())
-        slot.compareExchange(objc::Object{}, objc::Strong<>(objc::Object{objc::Ref<CallArray>::make().self()}));
-    return objc::Ref<CallArray>(objc::peerOf<CallArray>(slot.load().self()));
+/// The list's array, made where the property is nil. An array that is not ours was set from outside: it is left to its
+/// holder and replaced by one of ours with the same entries.
+objc::Ref<CallArray> DataService::arrayIn(List& list) {
+    const auto present = list.array.load();
+    if (auto* array = objc::peerIf<CallArray>(present)) return array;
+    auto made = objc::Ref<CallArray>::make();
+    if (present) made->setArray(present);
+    list.array.store(objc::Strong<>(objc::Object{made.self()}));
+    return made;
+}
+
+/// Appends the page's rows, and remembers where the next page begins.
+void DataService::append(List& list, const store::Page& page, store::Mode mode) {
+    const auto array = arrayIn(list);
+    for (const auto& record : page.rows) {
+        const auto entry = CallEntry::of(record);
+        array->append(objc::Object{entry.self()});
+        list.last = objc::Strong<>(objc::Object{entry.self()});
+    }
+    list.below = page.next;
+    list.mode = mode;
 }
 
 void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_t code) {
+    if (!store_) return;
+    const std::lock_guard lock(filling_);
     const store::Filter filter = store::filterOf(code);
     const store::Mode mode = presentMode();
-    const auto list = listFor(filter);
+    List& list = lists_[listIndex(filter, mode)];
+    const auto array = arrayIn(list);
     // What the list holds already is not appended again.
-    const auto first = std::max<std::int64_t>(offset, static_cast<std::int64_t>(list->count()));
-    const std::int64_t wanted = offset + count - first;
-    if (wanted <= 0 || !store_) return;
+    const auto held = array->snapshot();
+    const auto first = std::max<std::int64_t>(offset, static_cast<std::int64_t>(held.size()));
+    std::int64_t wanted = 0;
+    if (__builtin_sub_overflow(count, first - std::max<std::int64_t>(offset, 0), &wanted) || wanted <= 0) return;
+    if (first == 0) list.day.clear();
 
-    const std::lock_guard lock(positionsMutex_);
-    Position& known = positions_[filter];
     store::Cursor cursor = store::Cursor::top();
     if (first > 0) {
-        if (known.row == first && known.mode == mode) {
-            cursor = known.cursor;
+        // By key where the list ends as it was left, so that calls that arrived above shift nothing.
+        const bool isContinued = held.size() > 0 && static_cast<std::int64_t>(held.size()) == first &&
+                                 held[held.size() - 1] == list.last.get() && list.mode == mode && list.day.empty();
+        if (isContinued) {
+            cursor = list.below;
         } else {
             const auto found = store_->cursorAt(filter, mode, first);
             if (!found) return report("the place in the list could not be found", found.error());
@@ -110,21 +141,21 @@ void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_
     }
     const auto page = store_->page(filter, mode, cursor, wanted);
     if (!page) return report("calls could not be read", page.error());
-    const auto& rows = (*page).rows;
-    for (const auto& record : rows) list->append(objc::Object{CallEntry::of(record).self()});
-    known = {first + static_cast<std::int64_t>(rows.size()), (*page).next, mode};
+    append(list, *page, mode);
 }
 
 void DataService::readCallsForDate(objc::Object, std::int64_t offset, std::int64_t code, objc::Object day) {
-    if (!store_) return;
+    if (!store_ || !day) return;
+    const std::lock_guard lock(filling_);
     const store::Filter filter = store::filterOf(code);
-    auto& slot = lists_[static_cast<int>(filter) - 1].array;
-    if (!slot.load())
-        slot.compareExchange(objc::Object{}, objc::Strong<>(objc::Object{objc::Ref<CallArray>::make().self()}));
-    const objc::Ref<CallArray> list(objc::peerOf<CallArray>(slot.load().self()));
-    const auto page = store_->dayPage(filter, presentMode(), uikit::utf8(day), offset, store::noLimit);
+    const store::Mode mode = presentMode();
+    List& list = lists_[static_cast<int>(filter) - 1];
+    const auto held = static_cast<std::int64_t>(arrayIn(list)->count());
+    const std::string text = uikit::utf8(day);
+    const auto page = store_->dayPage(filter, mode, text, std::max(offset, held), store::noLimit);
     if (!page) return report("the day's calls could not be read", page.error());
-    for (const auto& record : (*page).rows) list->append(objc::Object{CallEntry::of(record).self()});
+    if (held == 0) list.day = text;
+    append(list, *page, mode);
 }
 
 std::int64_t DataService::totalCount(std::int64_t code) {

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <vector>
 
 #include "desktop/quorvel/services/call_entry.h"
 #include "desktop/quorvel/store/call_store.h"
@@ -23,7 +24,7 @@ class DataService : public objc::PeerBase {
 
     /// The one for the process; `sharedInstance`.
     static DataService* shared();
-    /// The log that it works on. Before any operation.
+    /// The log that it works on, null for none; lists, counts and flags begin anew. Not while operations run.
     void setStore(std::unique_ptr<store::CallStore> calls);
     store::CallStore* store() const { return store_.get(); }
 
@@ -44,6 +45,7 @@ class DataService : public objc::PeerBase {
     bool removeLogEntryForDay(CallEntry* entry, std::int64_t filter, objc::Object day, std::int64_t count);
     bool removeLogEntries(objc::Object entries, std::int64_t filter);
     void historyDeleted(CallEntry* entry);
+    /// The grouped entries show their newest remaining call. The log knows which those are.
     void updateTimeStamps(CallEntry* all, CallEntry* dialled, CallEntry* received, CallEntry* missed);
     void sortArray(objc::Object list) const;
     void showErrorMessage(objc::Object text) const;
@@ -53,6 +55,12 @@ class DataService : public objc::PeerBase {
         objc::StrongSlot<> array;
         std::atomic<std::int64_t> count{0};
         std::atomic<std::int64_t> duration{0};
+
+        // Under the lock of filling: the entry that was read last and the place below it, in the mode of then.
+        objc::Strong<> last;
+        store::Cursor below;
+        store::Mode mode;
+        std::string day;  // the day that the list is of; empty for all days
     };
     static objc::Object sharedInstance(Class);
     template <int list>
@@ -82,23 +90,26 @@ class DataService : public objc::PeerBase {
     bool isAnyRecDeleted() const { return anyDeleted_.load(std::memory_order_relaxed); }
     void setIsAnyRecDeleted(bool deleted) { anyDeleted_.store(deleted, std::memory_order_relaxed); }
 
-    objc::Ref<CallArray> listFor(store::Filter filter);
-    bool finish(const store::Result<std::int64_t>& deleted);
-    bool removeWhere(const std::function<bool(const CallEntry&)>& isGone);
-    void forgetTotals();
+    /// What a deletion in the log takes out of lists of single calls.
+    using IsGone = std::function<bool(const CallEntry&)>;
+    enum class Days { Reread, LeftToTheScreen };
+
+    static objc::Ref<CallArray> arrayIn(List& list);
+    void append(List& list, const store::Page& page, store::Mode mode);
+    bool failed(const store::Error& error) const;
+    store::Result<std::vector<std::int64_t>> rowIdsOf(const CallEntry& entry, store::Filter filter) const;
+    bool removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, std::int64_t filter, Days days);
+    void keepInStep(const IsGone& isGone, Days days);
+    void reread(store::Filter filter, store::Mode mode);
+    void rereadDays(store::Mode mode);
+    void recount(Days days);
 
     std::unique_ptr<store::CallStore> store_;
     // All, dialled, received, missed; the last is the days. Counts and durations belong to the first four.
     List lists_[5];
     std::atomic<bool> anyDeleted_{false};
-
-    struct Position {
-        std::int64_t row = -1;
-        store::Cursor cursor;
-        store::Mode mode;
-    };
-    std::mutex positionsMutex_;
-    std::map<store::Filter, Position> positions_;
+    // Held by whatever reads the log into lists or brings them in step with it.
+    std::recursive_mutex filling_;
 };
 
 }  // namespace quorvel

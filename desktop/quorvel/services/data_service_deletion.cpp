@@ -1,6 +1,7 @@
-// QVDataController: deleting, and what a deletion leaves in the lists in memory.
+// QVDataController: deleting. Each operation is one transaction on calls that were there when it was asked for.
 #include <algorithm>
 #include <cstdio>
+#include <unordered_set>
 
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/services/settings_service.h"
@@ -20,148 +21,162 @@ std::vector<objc::Ref<CallEntry>> entriesIn(objc::Object array) {
     return entries;
 }
 
-/// No call that arrived after the user asked is deleted.
-std::int64_t boundOf(const store::CallStore& calls) { return calls.newestRowId().valueOr(store::anyRowId); }
+bool sameParty(std::int32_t contact, const std::string& address, const CallEntry& entry) {
+    if (contact != store::noContact || entry.contact != store::noContact) return contact == entry.contact;
+    return address == uikit::utf8(entry.phoneNumber.load());
+}
 
-bool sameParty(const CallEntry& left, const CallEntry& right) {
-    if (left.contact != store::noContact || right.contact != store::noContact) return left.contact == right.contact;
-    return uikit::utf8(left.phoneNumber.load()) == uikit::utf8(right.phoneNumber.load());
+bool isOf(store::Filter filter, const CallEntry& entry) {
+    return filter == store::Filter::all || filter == entry.kind();
+}
+
+bool isAt(objc::Object day, const CallEntry& entry) {
+    return !day || uikit::utf8(day) == uikit::utf8(entry.day.load());
 }
 
 }  // namespace
 
-/// What every deletion ends with: the flag, and counts and durations that are asked anew.
-bool DataService::finish(const store::Result<std::int64_t>& deleted) {
-    if (!deleted) {
-        std::fprintf(stderr, "libQuorvel: calls could not be deleted: %s\n", deleted.error().message.c_str());
-        return false;
-    }
-    setIsAnyRecDeleted(true);
-    forgetTotals();
-    return true;
-}
-
-void DataService::forgetTotals() {
-    for (auto& list : lists_) {
-        list.count.store(0, std::memory_order_relaxed);
-        list.duration.store(0, std::memory_order_relaxed);
-    }
-    const std::lock_guard lock(positionsMutex_);
-    positions_.clear();
-}
-
-/// Takes the entries out of every list in memory; answers whether there were any.
-bool DataService::removeWhere(const std::function<bool(const CallEntry&)>& isGone) {
-    bool any = false;
-    for (auto& list : lists_) {
-        const auto kept = list.array.load();
-        if (!kept) continue;
-        objc::peerOf<CallArray>(kept.self())->removeIf([&](objc::Object object) {
-            const bool gone = isGone(*objc::peerOf<CallEntry>(object));
-            any = any || gone;
-            return gone;
-        });
-    }
-    return any;
+bool DataService::failed(const store::Error& error) const {
+    std::fprintf(stderr, "libQuorvel: calls could not be deleted: %s\n", error.message.c_str());
+    return false;
 }
 
 bool DataService::removeCalls(std::int64_t code, objc::Object day) {
     if (!store_) return false;
     const store::Filter filter = store::filterOf(code);
-    const std::int64_t bound = boundOf(*store_);
-    return finish(day ? store_->deleteDay(filter, uikit::utf8(day), bound) : store_->deleteAll(filter, bound));
+    const auto bound = store_->newestRowId();
+    if (!bound) return failed(bound.error());
+    const auto deleted = day ? store_->deleteDay(filter, uikit::utf8(day), *bound) : store_->deleteAll(filter, *bound);
+    if (!deleted) return failed(deleted.error());
+    if (*deleted > 0) setIsAnyRecDeleted(true);
+    const std::int64_t newest = *bound;
+    const bool isGrouped = day && SettingsService::shared()->mode().groupByDate;
+    const std::int64_t daysBefore = count<0>();
+    keepInStep([&](const CallEntry& entry) { return entry.rowId <= newest && isOf(filter, entry) && isAt(day, entry); },
+               Days::Reread);
+    // The screens that delete within a day take the emptied day off the number of days themselves.
+    if (isGrouped) setCount<0>(daysBefore);
+    return true;
 }
 
-bool DataService::removeListed(objc::Object entries, std::int64_t, bool) {
+/// The calls that the entry stood for when the user saw it: itself, or as many from it on as it folds.
+store::Result<std::vector<std::int64_t>> DataService::rowIdsOf(const CallEntry& entry, store::Filter filter) const {
+    if (entry.count <= 1) return std::vector<std::int64_t>{entry.rowId};
+    const store::Cursor above{entry.date, entry.rowId + std::int64_t{1}, INT64_MAX};
+    const auto page = store_->page(filter, {}, above, entry.count);
+    if (!page) return page.error();
+    const std::int32_t contact = entry.contact;
+    const std::string address = uikit::utf8(entry.phoneNumber.load());
+    std::vector<std::int64_t> rowIds;
+    for (const auto& record : (*page).rows) {
+        const bool isSame = contact != store::noContact || record.contactId != store::noContact
+                                ? contact == record.contactId
+                                : address == record.address;
+        if (!isSame) break;
+        rowIds.push_back(record.rowId);
+    }
+    return rowIds;
+}
+
+bool DataService::removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, std::int64_t code, Days days) {
     if (!store_) return false;
     std::vector<std::int64_t> rowIds;
-    for (const auto& entry : entriesIn(entries)) rowIds.push_back(entry->rowId);
-    return finish(store_->deleteCalls(rowIds));
+    for (const auto& entry : entries) {
+        const auto folded = rowIdsOf(*entry, store::filterOf(code));
+        if (!folded) return failed(folded.error());
+        rowIds.insert(rowIds.end(), (*folded).begin(), (*folded).end());
+    }
+    const auto deleted = store_->deleteCalls(rowIds);
+    if (!deleted) return failed(deleted.error());
+    if (!entries.empty()) setIsAnyRecDeleted(true);
+    for (const auto& entry : entries) entry->setIsDeleted(true);
+    const std::unordered_set<std::int64_t> gone(rowIds.begin(), rowIds.end());
+    keepInStep([&](const CallEntry& entry) { return gone.contains(entry.rowId); }, days);
+    return true;
+}
+
+bool DataService::removeListed(objc::Object entries, std::int64_t code, bool) {
+    return removeNamed(entriesIn(entries), code, Days::Reread);
 }
 
 bool DataService::removeEntry(CallEntry* entry, std::int64_t code, objc::Object) {
     if (!store_ || !entry) return false;
-    const store::Mode mode = SettingsService::shared()->mode();
-    return finish(store_->deleteRow(store::filterOf(code), mode, entry->record(), boundOf(*store_)));
+    if (entry->isDay()) return removeCalls(code, entry->day.load().get());
+    return removeNamed({entry}, code, Days::Reread);
 }
 
 void DataService::removeFromLists(CallEntry* entry, std::int64_t) {
     if (!entry) return;
     const std::int32_t rowId = entry->rowId;
-    removeWhere([rowId](const CallEntry& each) { return each.rowId == rowId; });
-    forgetTotals();
+    const std::lock_guard lock(filling_);
+    for (int i = 0; i < 4; ++i) {
+        const auto kept = lists_[i].array.load();
+        if (auto* array = objc::peerIf<CallArray>(kept))
+            array->removeIf([&](objc::Object object) {
+                const auto* each = objc::peerOf<CallEntry>(object);
+                return each && each->rowId == rowId;
+            });
+    }
 }
 
-bool DataService::removeLogEntry(CallEntry* entry, std::int64_t) {
+/// The detail screen does not count the days after a single deletion; after others it does.
+bool DataService::removeLogEntry(CallEntry* entry, std::int64_t code) {
     if (!store_ || !entry) return false;
-    const std::int64_t rowId = entry->rowId;
-    return finish(store_->deleteCalls({&rowId, 1}));
+    const std::int64_t days = count<0>();
+    if (!removeNamed({entry}, code, Days::Reread)) return false;
+    // An emptied day is taken off the number of days by the day's own screen when it closes.
+    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
+    return true;
 }
 
 bool DataService::removeLogEntryForDay(CallEntry* entry, std::int64_t code, objc::Object day, std::int64_t) {
     if (!store_ || !entry) return false;
+    const store::Filter filter = store::filterOf(code);
+    const auto bound = store_->newestRowId();
+    if (!bound) return failed(bound.error());
+    const std::int32_t contact = entry->contact;
+    const std::string address = uikit::utf8(entry->phoneNumber.load());
     const std::string dayText = uikit::utf8(day);
-    return finish(store_->deleteHistory(store::filterOf(code), entry->contact, uikit::utf8(entry->phoneNumber.load()),
-                                        day ? std::optional<std::string_view>(dayText) : std::nullopt,
-                                        boundOf(*store_)));
+    const auto deleted = store_->deleteHistory(filter, contact, address,
+                                               day ? std::optional<std::string_view>(dayText) : std::nullopt, *bound);
+    if (!deleted) return failed(deleted.error());
+    setIsAnyRecDeleted(true);
+    const std::int64_t newest = *bound;
+    keepInStep(
+        [&](const CallEntry& each) {
+            return each.rowId <= newest && isOf(filter, each) && isAt(day, each) && sameParty(contact, address, each);
+        },
+        Days::LeftToTheScreen);
+    return true;
 }
 
 bool DataService::removeLogEntries(objc::Object entries, std::int64_t code) {
-    return removeListed(entries, code, true);
+    return removeNamed(entriesIn(entries), code, Days::LeftToTheScreen);
 }
 
 void DataService::historyDeleted(CallEntry* entry) {
-    if (!entry) return;
-    const objc::Ref<CallEntry> gone(entry);
-    removeWhere([&gone](const CallEntry& each) { return sameParty(each, *gone); });
-    forgetTotals();
+    if (!store_ || !entry) return;
+    setIsAnyRecDeleted(true);
+    const std::int32_t contact = entry->contact;
+    const std::string address = uikit::utf8(entry->phoneNumber.load());
+    const std::int64_t days = count<0>();
+    keepInStep([&](const CallEntry& each) { return sameParty(contact, address, each); }, Days::Reread);
+    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
 }
 
-/// The entry of the party in each list shows its newest remaining call; without one it leaves the list.
-void DataService::updateTimeStamps(CallEntry* all, CallEntry* dialled, CallEntry* received, CallEntry* missed) {
-    CallEntry* newest[] = {all, dialled, received, missed};
-    const CallEntry* any = nullptr;
-    for (auto* each : newest) any = any ? any : each;
-    if (!any) return;
-    for (std::size_t i = 0; i < std::size(newest); ++i) {
-        const auto kept = lists_[i].array.load();
-        if (!kept) continue;
-        auto* list = objc::peerOf<CallArray>(kept.self());
-        if (!newest[i]) {
-            list->removeIf([&](objc::Object object) { return sameParty(*objc::peerOf<CallEntry>(object), *any); });
-            continue;
-        }
-        for (const auto& entry : entriesIn(kept.get())) {
-            if (!sameParty(*entry, *newest[i])) continue;
-            entry->rowId = newest[i]->rowId.load();
-            entry->logId = newest[i]->logId.load();
-            entry->date = newest[i]->date.load();
-            entry->duration = newest[i]->duration.load();
-            entry->flag = newest[i]->flag.load();
-            break;
-        }
-    }
-    forgetTotals();
-}
-
-void DataService::sortArray(objc::Object list) const {
-    auto* array = objc::peerIf<CallArray>(list);
-    if (!array) return;
-    auto entries = entriesIn(list);
-    std::stable_sort(entries.begin(), entries.end(), [](const auto& left, const auto& right) {
-        if (left->date != right->date) return left->date > right->date;
-        return left->rowId > right->rowId;
-    });
-    std::vector<objc::Object> sorted;
-    for (const auto& entry : entries) sorted.push_back(objc::Object{entry.self()});
-    array->replaceAll(sorted);
+void DataService::updateTimeStamps(CallEntry*, CallEntry*, CallEntry*, CallEntry*) {
+    if (!store_) return;
+    const std::int64_t days = count<0>();
+    keepInStep([](const CallEntry&) { return false; }, Days::Reread);
+    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
 }
 
 void DataService::showErrorMessage(objc::Object text) const {
     dispatch::asyncOnMain([text = objc::Strong<>(text)] {
         auto alert = objc::make<objc::Object>(objc::classOf<uikit::AlertView>());
         auto* view = objc::peerOf<uikit::AlertView>(alert.self());
-        view->initWithTitleMessage(uikit::nsString(""), text, {}, uikit::nsString("OK"), {});
+        const auto ok = objc::sendClass<"QuorvelUtils", "getLocalizedString:", objc::Object>(uikit::nsString("OK"));
+        view->initWithTitleMessage(uikit::nsString(""), text, {}, ok, {});
         view->show();
     });
 }

@@ -1,0 +1,135 @@
+// QVDataController: the lists, counts and durations in memory, brought in step with the log after a deletion.
+#include <algorithm>
+#include <cstdio>
+#include <unordered_map>
+
+#include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/settings_service.h"
+#include "desktop/uikit/text.h"
+
+namespace quorvel {
+namespace {
+
+constexpr int dayList = 4;
+constexpr store::Filter filters[] = {store::Filter::all, store::Filter::dialled, store::Filter::received,
+                                     store::Filter::missed};
+
+void report(const store::Error& error) {
+    std::fprintf(stderr, "libQuorvel: a list could not be brought up to date: %s\n", error.message.c_str());
+}
+
+CallEntry* entryOf(objc::Object object) { return objc::peerOf<CallEntry>(object); }
+
+std::vector<objc::Object> objectsOf(const std::vector<objc::Ref<CallEntry>>& entries) {
+    std::vector<objc::Object> objects;
+    for (const auto& entry : entries) objects.push_back(objc::Object{entry.self()});
+    return objects;
+}
+
+}  // namespace
+
+/// Lists of single calls lose what is gone. Folded ones are read again as far as they were loaded: runs may have joined
+/// where a call between them went.
+void DataService::keepInStep(const IsGone& isGone, Days days) {
+    const std::lock_guard lock(filling_);
+    const store::Mode mode = SettingsService::shared()->mode();
+    for (const auto filter : filters) {
+        List& list = lists_[static_cast<int>(filter) - 1];
+        const auto kept = list.array.load();
+        if (auto* array = objc::peerIf<CallArray>(kept)) {
+            if (mode.groupByContact)
+                reread(filter, mode);
+            else
+                array->removeIf([&](objc::Object object) { return isGone(*entryOf(object)); });
+        }
+    }
+    if (days == Days::Reread) rereadDays(mode);
+    recount(days);
+}
+
+/// The first rows of the filter's list, as many as it holds, in one step. Entries that stay keep their objects.
+void DataService::reread(store::Filter filter, store::Mode mode) {
+    List& list = lists_[static_cast<int>(filter) - 1];
+    const auto kept = list.array.load();
+    auto* array = objc::peerIf<CallArray>(kept);
+    const auto held = array ? array->snapshot() : objc::Snapshot();
+    if (held.size() == 0) return;
+    // The list of all calls is one of calls or runs here, also where the screen shows days.
+    mode.groupByDate = false;
+    const auto page = list.day.empty()
+                          ? store_->page(filter, mode, store::Cursor::top(), static_cast<std::int64_t>(held.size()))
+                          : store_->dayPage(filter, mode, list.day, 0, store::noLimit);
+    if (!page) return report(page.error());
+    std::unordered_map<std::int64_t, CallEntry*> known;
+    for (std::size_t i = 0; i < held.size(); ++i) known.emplace(entryOf(held[i])->rowId, entryOf(held[i]));
+    std::vector<objc::Ref<CallEntry>> entries;
+    for (const auto& record : (*page).rows) {
+        const auto found = known.find(record.rowId);
+        entries.push_back(found == known.end() ? CallEntry::of(record) : objc::Ref<CallEntry>(found->second));
+        entries.back()->fill(record);
+    }
+    array->replaceAll(objectsOf(entries));
+    list.last = entries.empty() ? objc::Strong<>() : objc::Strong<>(objc::Object{entries.back().self()});
+    list.below = (*page).next;
+    list.mode = mode;
+}
+
+/// The days' entries: those whose calls are all gone say so and leave the list.
+void DataService::rereadDays(store::Mode mode) {
+    List& list = lists_[dayList];
+    const auto kept = list.array.load();
+    auto* array = objc::peerIf<CallArray>(kept);
+    if (!array) return;
+    mode.groupByDate = true;
+    array->removeIf([&](objc::Object object) {
+        CallEntry& entry = *entryOf(object);
+        const auto found = store_->remaining(store::Filter::all, mode, entry.record());
+        if (!found) {
+            report(found.error());
+            return false;
+        }
+        if (*found) {
+            entry.fill(**found);
+            return false;
+        }
+        for (auto* number : {&entry.dialledCount, &entry.receivedCount, &entry.missedCount, &entry.dialledDuration,
+                             &entry.receivedDuration})
+            *number = 0;
+        return true;
+    });
+}
+
+/// The number of days is left alone where the screens themselves take the emptied days off it.
+void DataService::recount(Days days) {
+    const store::Mode mode = SettingsService::shared()->mode();
+    for (const auto filter : filters) {
+        List& list = lists_[static_cast<int>(filter) - 1];
+        const auto totals = store_->totals(filter, mode);
+        if (!totals) {
+            report(totals.error());
+            continue;
+        }
+        const bool isDays = store::rowKindOf(filter, mode) == store::RowKind::day;
+        if (!isDays || days == Days::Reread) list.count = (*totals).rows;
+        list.duration = (*totals).duration;
+    }
+}
+
+void DataService::sortArray(objc::Object list) const {
+    const auto copied = objc::Strong<>::adopt(objc::send<"copy", objc::Object>(list));
+    const auto count = objc::send<"count", unsigned long>(copied.get());
+    std::vector<objc::Object> entries;
+    for (unsigned long i = 0; i < count; ++i)
+        entries.push_back(objc::send<"objectAtIndex:", objc::Object>(copied.get(), i));
+    std::stable_sort(entries.begin(), entries.end(), [](objc::Object left, objc::Object right) {
+        const CallEntry& one = *entryOf(left);
+        const CallEntry& other = *entryOf(right);
+        return one.date != other.date ? one.date > other.date : one.rowId > other.rowId;
+    });
+    const auto sorted = objc::make<objc::Object, "initWithObjects:count:">(objc::classNamed<"NSArray">(),
+                                                                           reinterpret_cast<const id*>(entries.data()),
+                                                                           static_cast<unsigned long>(entries.size()));
+    if (list) objc::send<"setArray:">(list, sorted.get());
+}
+
+}  // namespace quorvel
