@@ -22,5 +22,10 @@ pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo pangocairo)
 pkg_check_modules(SDL2 REQUIRED IMPORTED_TARGET sdl2)
 pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(ICU REQUIRED IMPORTED_TARGET icu-uc icu-i18n)
-find_package(TBB REQUIRED)
 find_package(CLI11 REQUIRED)
+
+# Asio's pool of threads, headers alone, without Boost.
+find_path(ASIO_INCLUDE_DIRECTORY asio.hpp REQUIRED)
+add_library(asio INTERFACE)
+target_include_directories(asio SYSTEM INTERFACE ${ASIO_INCLUDE_DIRECTORY})
+target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)

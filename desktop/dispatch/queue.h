@@ -1,4 +1,4 @@
-// Grand Central Dispatch's C interface, as far as the handset's programs use it, on a pool of oneTBB's.
+// Grand Central Dispatch's C interface, as far as the handset's programs use it, on pools of Asio's.
 #pragma once
 
 #include <cstdint>
