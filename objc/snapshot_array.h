@@ -193,7 +193,8 @@ void SnapshotArray<name>::removeObjectIdenticalTo(Object object) {
 
 template <Name name>
 void SnapshotArray<name>::removeObjectsInArray(Object array) {
-    Strong<Object> unwanted = asArray(stateOf(array));
+    // A set, so that many out of many cost no more than one look at each.
+    auto unwanted = make<Object, "initWithArray:">(classNamed<"NSSet">(), asArray(stateOf(array)).get());
     removeIf([&](Object present) { return send<"containsObject:", bool>(unwanted, present); });
 }
 

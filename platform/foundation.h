@@ -101,6 +101,21 @@ struct NSMutableArray : NSArray {
     void removeAllObjects() const { objc::send<"removeAllObjects">(*this); }
 };
 
+struct NSMutableDictionary : NSObject {
+    static constexpr objc::Name className{"NSMutableDictionary"};
+
+    static objc::Strong<NSMutableDictionary> make() {
+        return objc::make<NSMutableDictionary>(objc::classNamed<"NSMutableDictionary">());
+    }
+    /// Null where the key has no value, and for a null key.
+    template <objc::Handle T = objc::Object>
+    T objectForKey(Object key) const {
+        return objc::send<"objectForKey:", T>(*this, key);
+    }
+    /// Neither may be null.
+    void setObject(Object value, Object key) const { objc::send<"setObject:forKey:">(*this, value, key); }
+};
+
 struct NSMutableSet : NSObject {
     static constexpr objc::Name className{"NSMutableSet"};
 

@@ -57,6 +57,14 @@ struct UIViewController : NSObject {
 struct UINavigationController : UIViewController {
     static constexpr objc::Name className{"UINavigationController"};
 
+    NSArray viewControllers() const { return objc::send<"viewControllers", NSArray>(*this); }
+    void pushViewController(UIViewController controller, bool animated) const {
+        objc::send<"pushViewController:animated:">(*this, controller, animated);
+    }
+    void popViewController(bool animated) const { objc::send<"popViewControllerAnimated:", Object>(*this, animated); }
+    void popToViewController(UIViewController controller, bool animated) const {
+        objc::send<"popToViewController:animated:", Object>(*this, controller, animated);
+    }
     void popToRootViewController(bool animated) const {
         objc::send<"popToRootViewControllerAnimated:", Object>(*this, animated);
     }

@@ -155,6 +155,7 @@ struct UIScrollView : UIView {
 
 struct UITableView : UIScrollView {
     static constexpr objc::Name className{"UITableView"};
+    static constexpr NSInteger rowAnimationRight = 1;
     static constexpr NSInteger rowAnimationNone = 5;
 
     void reloadData() const { objc::send<"reloadData">(*this); }

@@ -78,6 +78,36 @@ struct QVDataController : NSObject {
     void removeEntriesFromCallList(QVCallEntry entry, Filter filter) const {
         objc::send<"removeEntriesFromCallList:calFilterType:">(*this, entry, filter);
     }
+    // The history of one contact or number.
+    /// All calls of the entry's contact or number, newest first.
+    NSArray getHistoryForContact(QVCallEntry entry) const {
+        return objc::send<"getHistoryForContact:", NSArray>(*this, entry);
+    }
+    /// Deletes one call of a history.
+    bool removeLogEntry(QVCallEntry entry, Filter filter) const {
+        return objc::send<"removeLogEntry:calFilterType:", bool>(*this, entry, filter);
+    }
+    /// Deletes all calls of the contact, of the kind that the entry's flag and duration name where a filter is given.
+    bool removeLogEntryFromDB(QVCallEntry entry, Filter filter, NSString day, std::int64_t count) const {
+        return objc::send<"removeLogEntryFromDB:calFilterType:date:currentCount:", bool>(*this, entry, filter, day,
+                                                                                         count);
+    }
+    /// Deletes the listed calls of a history.
+    bool removeLogEntriesFromDB(NSArray entries, Filter filter) const {
+        return objc::send<"removeLogEntriesFromDB:calFilterType:", bool>(*this, entries, filter);
+    }
+    void allHistoryDeletedForEntry(QVCallEntry entry) const { objc::send<"allHistoryDeletedForEntry:">(*this, entry); }
+    /// The newest remaining call of a history, over all and of each kind; each may be nil.
+    void updateCallEntriesTimeStamp(QVCallEntry newest, QVCallEntry dialled, QVCallEntry received,
+                                    QVCallEntry missed) const {
+        objc::send<"updateCallEntriesTimeStamp:dldCallEntry:rcdCallEntry:msdCallEntry:">(*this, newest, dialled,
+                                                                                         received, missed);
+    }
+    /// Reads the day's calls of the filter from `offset` on and appends them to that filter's list.
+    void readCallsForDate(std::int64_t offset, Filter filter, NSString day) const {
+        objc::send<"readCallsForDate:offset:flag:date:">(*this, objc::Object{}, offset, filter, day);
+    }
+
     void setAllCallsDuration(std::int64_t seconds) const { objc::send<"setAllCallsDuration:">(*this, seconds); }
     void showErrorMessage(NSString text) const { objc::send<"showErrorMessage:">(*this, text); }
     /// Sorts newest first, in place.

@@ -8,6 +8,9 @@ struct QVCallEntry : NSObject {
 
     int ROWID() const { return objc::send<"ROWID", int>(*this); }
     int iLogOID() const { return objc::send<"iLogOID", int>(*this); }
+    /// The call table's flags: direction and kind.
+    int flag() const { return objc::send<"flag", int>(*this); }
+    void setFlag(int flag) const { objc::send<"setFlag:">(*this, flag); }
     NSString phoneNumber() const { return objc::send<"phoneNumber", NSString>(*this); }
     NSString name() const { return objc::send<"name", NSString>(*this); }
     /// The contact's record in the address book; -1 without a contact.
@@ -16,6 +19,7 @@ struct QVCallEntry : NSObject {
     int date() const { return objc::send<"date", int>(*this); }
     /// Seconds.
     int duration() const { return objc::send<"duration", int>(*this); }
+    void setDuration(int seconds) const { objc::send<"setDuration:">(*this, seconds); }
     /// How many calls the entry stands for.
     int count() const { return objc::send<"count", int>(*this); }
     void setCount(int count) const { objc::send<"setCount:">(*this, count); }
@@ -25,4 +29,19 @@ struct QVCallEntry : NSObject {
     bool isReceived() const { return objc::send<"isReceived", bool>(*this); }
     bool isMissed() const { return objc::send<"isMissed", bool>(*this); }
     bool isCanceled() const { return objc::send<"isCanceled", bool>(*this); }
+    bool isOutGoing() const { return objc::send<"isOutGoing", bool>(*this); }
+
+    // Of an entry that stands for a day: its calls, and the seconds of those that have any.
+    std::int64_t dldCallsCnt() const { return objc::send<"dldCallsCnt", std::int64_t>(*this); }
+    std::int64_t rcdCallsCnt() const { return objc::send<"rcdCallsCnt", std::int64_t>(*this); }
+    std::int64_t msdCallsCnt() const { return objc::send<"msdCallsCnt", std::int64_t>(*this); }
+    std::int64_t dldCallsDuration() const { return objc::send<"dldCallsDuration", std::int64_t>(*this); }
+    std::int64_t rcdCallsDuration() const { return objc::send<"rcdCallsDuration", std::int64_t>(*this); }
+    void setDldCallsCnt(std::int64_t count) const { objc::send<"setDldCallsCnt:">(*this, count); }
+    void setRcdCallsCnt(std::int64_t count) const { objc::send<"setRcdCallsCnt:">(*this, count); }
+    void setMsdCallsCnt(std::int64_t count) const { objc::send<"setMsdCallsCnt:">(*this, count); }
+    void setDldCallsDuration(std::int64_t seconds) const { objc::send<"setDldCallsDuration:">(*this, seconds); }
+    void setRcdCallsDuration(std::int64_t seconds) const { objc::send<"setRcdCallsDuration:">(*this, seconds); }
+    /// How many calls the day has left; it may be below zero after deletions of what the day did not count.
+    std::int64_t callsOfDay() const { return dldCallsCnt() + rcdCallsCnt() + msdCallsCnt(); }
 };

@@ -22,6 +22,10 @@ struct QVSettingsDataController : NSObject {
     bool isShowFooter_Call() const { return objc::send<"isShowFooter_Call", bool>(*this); }
     bool isShowContactImage() const { return objc::send<"isShowContactImage", bool>(*this); }
 
+    /// A tap on a call calls back rather than opening the contact.
+    bool isCallOnTap_Call() const { return objc::send<"isCallOnTap_Call", bool>(*this); }
+    bool isFaceTimeEnabled() const { return objc::send<"isFaceTimeEnabled", bool>(*this); }
+
     bool isNeedToLoadData() const { return objc::send<"isNeedToLoadData", bool>(*this); }
     void setIsNeedToLoadData(bool need) const { objc::send<"setIsNeedToLoadData:">(*this, need); }
     bool isCallSettingsChanged() const { return objc::send<"isCallSettingsChanged", bool>(*this); }

@@ -1,7 +1,8 @@
-// The companion's visual classes: table cells, the progress indicator, the action sheet.
+// The companion's visual classes: table cells, the progress indicator, the action sheet, the base of the plug-in's own
+// screens.
 #pragma once
 
-#include "platform/uikit_views.h"
+#include "platform/uikit_screens.h"
 #include "plugin/companion/entry.h"
 
 struct QVUITableViewCell : UITableViewCell {
@@ -10,6 +11,8 @@ struct QVUITableViewCell : UITableViewCell {
     void setCallEntry(QVCallEntry entry) const { objc::send<"setCallEntry:">(*this, entry); }
     /// Draws the entry as a day with its counts.
     void setShowGroupByDateCell(bool show) const { objc::send<"setShowGroupByDateCell:">(*this, show); }
+    /// Draws the row of a call history.
+    void setShowLogCell(bool show) const { objc::send<"setShowLogCell:">(*this, show); }
     /// Draws how many calls the entry folds.
     void setShowGroupCount(bool show) const { objc::send<"setShowGroupCount:">(*this, show); }
 };
@@ -62,4 +65,13 @@ struct BlockActionSheet : NSObject {
     void dismissWithClickedButtonIndex(NSInteger index, bool animated) const {
         objc::send<"dismissWithClickedButtonIndex:animated:">(*this, index, animated);
     }
+};
+
+/// A table view controller with a search display controller.
+struct QVBaseTableViewController : UIViewController {
+    static constexpr objc::Name className{"QVBaseTableViewController"};
+
+    UITableView tableView() const { return objc::send<"tableView", UITableView>(*this); }
+    BlockActionSheet actionSheet() const { return objc::send<"actionSheet", BlockActionSheet>(*this); }
+    void setActionSheet(BlockActionSheet sheet) const { objc::send<"setActionSheet:">(*this, sheet); }
 };
