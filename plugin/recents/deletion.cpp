@@ -6,28 +6,16 @@
 #include "plugin/companion/utilities.h"
 #include "plugin/companion/visual.h"
 #include "plugin/recents/search.h"
+#include "plugin/rows/filter_texts.h"
 
 namespace recents {
 namespace {
-
-NSString confirmationKey(Filter filter, bool byDate) {
-    switch (filter) {
-        case Filter::Dialled:
-            return byDate ? text<"DLD_DEL_ALL_CONTACT_CONFIRM_MSG">() : text<"DLD_DEL_ALL_CONFIRM_MSG">();
-        case Filter::Received:
-            return byDate ? text<"RCD_DEL_ALL_CONTACT_CONFIRM_MSG">() : text<"RCD_DEL_ALL_CONFIRM_MSG">();
-        case Filter::Missed:
-            return byDate ? text<"MSD_DEL_ALL_CONTACT_CONFIRM_MSG">() : text<"MSD_DEL_ALL_CONFIRM_MSG">();
-        default:
-            return byDate ? text<"ALL_DEL_ALL_CONTACT_CONFIRM_MSG">() : text<"ALL_DEL_ALL_CONFIRM_MSG">();
-    }
-}
 
 /// Where days are shown, the message names the screen's day; the Recents screen has none, and the null marker stands
 /// in its place.
 NSString confirmation(Filter filter) {
     const bool byDate = QVSettingsDataController::sharedInstance().isGroupByDate();
-    auto message = QuorvelUtils::getLocalizedString(confirmationKey(filter, byDate));
+    auto message = QuorvelUtils::getLocalizedString(rows::confirmationKey(filter, byDate));
     return byDate ? NSString::stringWithFormat(message, NSString{}) : message;
 }
 

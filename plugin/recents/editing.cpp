@@ -4,6 +4,7 @@
 #include "platform/dispatch.h"
 #include "plugin/companion/utilities.h"
 #include "plugin/recents/filter_controls.h"
+#include "plugin/rows/filter_texts.h"
 
 namespace recents {
 namespace {
@@ -31,7 +32,7 @@ void showEditingButtons(const CallList& list, bool groupEdit) {
     auto item = list.screen.navigationItem();
     if (groupEdit) {
         auto deleteAll =
-            UIBarButtonItem::makeWithImage(productImage<"/Applications/Quorvel.app/delete_all_icon.png">(),
+            UIBarButtonItem::makeWithImage(rows::productImage<"/Applications/Quorvel.app/delete_all_icon.png">(),
                                            UIBarButtonItem::done, list.screen, objc::selector<"deleteAllAction:">());
         item.setLeftBarButtonItem(deleteAll, true);
     } else {
@@ -80,16 +81,7 @@ void updateNavigationBarButtonItems(CallList list, bool editing, bool groupEdit)
 
 NSString getDeleteAllButtonText(CallList list) {
     if (list.state.searching) return localized<"DEL_ALL_SEARCHED">();
-    switch (list.state.filter()) {
-        case Filter::Dialled:
-            return localized<"DEL_ALL_DLD">();
-        case Filter::Received:
-            return localized<"DEL_ALL_RCD">();
-        case Filter::Missed:
-            return localized<"DEL_ALL_MSD">();
-        default:
-            return localized<"DEL_ALL">();
-    }
+    return rows::deleteAllTitle(list.state.filter());
 }
 
 }  // namespace recents

@@ -4,6 +4,7 @@
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
 #include "plugin/recents/scroll_offsets.h"
+#include "plugin/rows/filter_texts.h"
 
 namespace recents {
 namespace {
@@ -13,20 +14,6 @@ constexpr CGRect searchBarFrame{{0, 0}, {320, 88}};
 constexpr CGFloat scopeMargin = 55;
 constexpr CGRect deleteAllButtonFrame{{8, 6}, {32, 32}};
 constexpr CGRect editButtonFrame{{280, 6}, {32, 32}};
-
-UIImage filterIcon(NSUInteger segment) {
-    switch (segment) {
-        case 0:
-            return productImage<"/Applications/Quorvel.app/all_icon.png">();
-        case 1:
-            return productImage<"/Applications/Quorvel.app/dialled_icon.png">();
-        case 2:
-            return productImage<"/Applications/Quorvel.app/received_icon.png">();
-        default:
-            return productImage<"/Applications/Quorvel.app/missed_icon.png">();
-    }
-}
-constexpr NSUInteger filterCount = 4;
 
 UIButton addScopeButton(UIView area, NSInteger tag, CGRect frame, UIImage image) {
     constexpr NSInteger custom = 0;
@@ -52,9 +39,7 @@ void handleSegmentControler(CallList list) {
         list.screen.setTitle(localized<"Title">());
         return;
     }
-    auto icons = NSMutableArray::make();
-    for (NSUInteger segment = 0; segment < filterCount; ++segment) icons->addObject(filterIcon(segment));
-    auto control = UISegmentedControl::makeWithItems(icons);
+    auto control = UISegmentedControl::makeWithItems(rows::filterIcons());
     list.state.segmentedControl.store(control);
     list.screen.navigationItem().setTitleView(control);
     control->addTarget(list.screen, objc::selector<"segmentAction:">(), UIControl::valueChanged);
@@ -85,7 +70,8 @@ UISegmentedControl scopeControl(const CallList& list) {
 void prepareSearchBarScopeTitlesAndTintColor(CallList list) {
     auto scope = scopeControl(list);
     if (!scope) return;
-    for (NSUInteger segment = 0; segment < filterCount; ++segment) scope.setImage(filterIcon(segment), segment);
+    for (NSUInteger segment = 0; segment < rows::filterCount; ++segment)
+        scope.setImage(rows::filterIcon(segment), segment);
     CGRect frame = scope.frame();
     frame.origin.x = scopeMargin;
     frame.size.width = UIScreen::mainScreen().bounds().size.width - 2 * scopeMargin;
@@ -93,11 +79,11 @@ void prepareSearchBarScopeTitlesAndTintColor(CallList list) {
 
     auto area = scope.superview();
     auto deleteAll = addScopeButton(area, deleteAllButtonTag, deleteAllButtonFrame,
-                                    productImage<"/Applications/Quorvel.app/delete_all_icon.png">());
+                                    rows::productImage<"/Applications/Quorvel.app/delete_all_icon.png">());
     finishScopeButton(deleteAll, scope, list.screen, objc::selector<"deleteAllAction:">());
     auto edit = addScopeButton(area, editButtonTag, editButtonFrame,
-                               productImage<"/Applications/Quorvel.app/delete_icon.png">());
-    edit.setImage(productImage<"/Applications/Quorvel.app/cancel.png">(), UIButton::selected);
+                               rows::productImage<"/Applications/Quorvel.app/delete_icon.png">());
+    edit.setImage(rows::productImage<"/Applications/Quorvel.app/cancel.png">(), UIButton::selected);
     finishScopeButton(edit, scope, list.screen, objc::selector<"editButtonClicked:">());
 }
 

@@ -25,10 +25,4 @@ void handleEnableDisableSearchAction(CallList list, bool settle);
 inline constexpr NSInteger deleteAllButtonTag = 1;
 inline constexpr NSInteger editButtonTag = 2;
 
-/// The image of the product's application, by its path.
-template <objc::Name path>
-inline UIImage productImage() {
-    return UIImage::imageWithContentsOfFile(text<path>());
-}
-
 }  // namespace recents

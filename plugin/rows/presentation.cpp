@@ -3,6 +3,7 @@
 
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
+#include "plugin/rows/filter_texts.h"
 #include "plugin/rows/number_of_rows.h"
 
 namespace rows {
@@ -17,19 +18,6 @@ constexpr CGFloat loadMoreFontSize = 18.0;
 constexpr NSInteger deleteStyle = 1;
 
 bool isListEmpty(const CallListState& state) { return state.totalCount < 1 || state.rowCount < 1; }
-
-NSString headerKey(Filter filter) {
-    switch (filter) {
-        case Filter::Dialled:
-            return text<"DLD_SHOWING_D">();
-        case Filter::Received:
-            return text<"RCD_SHOWING_D">();
-        case Filter::Missed:
-            return text<"MSD_SHOWING_D">();
-        default:
-            return text<"ALL_SHOWING_D">();
-    }
-}
 
 objc::Strong<UILabel> makeLoadMoreLabel(CGRect frame) {
     auto label = UILabel::makeWithFrame(frame);
@@ -142,7 +130,7 @@ CGFloat heightForRow(CallList list, UITableView, NSIndexPath path) {
 NSString titleForHeader(CallList list, UITableView, NSInteger) {
     auto settings = QVSettingsDataController::sharedInstance();
     if (!settings.isReplaceRecentsOn() || !settings.isShowHeader_Call() || isListEmpty(list.state)) return {};
-    return NSString::stringWithFormat(QuorvelUtils::getLocalizedString(headerKey(list.state.filter())),
+    return NSString::stringWithFormat(QuorvelUtils::getLocalizedString(showingKey(list.state.filter())),
                                       list.state.rowCount.get());
 }
 
