@@ -26,6 +26,10 @@ struct NSObject : objc::Object {
 
     bool isEqual(Object other) const { return objc::send<"isEqual:", bool>(*this, other); }
     bool respondsToSelector(SEL name) const { return objc::respondsTo(*this, name); }
+    /// Sends it later on the main thread, without an argument; does not wait for it.
+    void performOnMainThread(SEL name) const {
+        objc::send<"performSelectorOnMainThread:withObject:waitUntilDone:">(*this, name, objc::Object{}, false);
+    }
 };
 
 struct NSString : NSObject {
@@ -73,9 +77,19 @@ struct NSNumber : NSObject {
     static NSNumber numberWithInt(int value) { return objc::send<"numberWithInt:", NSNumber>(cls<NSNumber>(), value); }
 };
 
+struct NSURL : NSObject {
+    static constexpr objc::Name className{"NSURL"};
+
+    /// Null when the text is no address.
+    static NSURL URLWithString(NSString text) { return objc::send<"URLWithString:", NSURL>(cls<NSURL>(), text); }
+};
+
 struct NSArray : NSObject {
     static constexpr objc::Name className{"NSArray"};
 
+    static NSArray arrayWithObject(Object object) {
+        return objc::send<"arrayWithObject:", NSArray>(cls<NSArray>(), object);
+    }
     NSUInteger count() const { return objc::send<"count", NSUInteger>(*this); }
     template <objc::Handle T = objc::Object>
     T objectAtIndex(NSUInteger index) const {

@@ -100,6 +100,8 @@ struct UIApplication : NSObject {
     static UIApplication sharedApplication() {
         return objc::send<"sharedApplication", UIApplication>(cls<UIApplication>());
     }
+    /// Whether something took the address.
+    bool openURL(NSURL address) const { return objc::send<"openURL:", bool>(*this, address); }
     UIWindow keyWindow() const { return objc::send<"keyWindow", UIWindow>(*this); }
     void setNetworkActivityIndicatorVisible(bool visible) const {
         objc::send<"setNetworkActivityIndicatorVisible:">(*this, visible);

@@ -26,7 +26,8 @@ struct UIFont : NSObject {
 struct UIImage : NSObject {
     static constexpr objc::Name className{"UIImage"};
 
-    /// Nil when there is no such image.
+    // Both answer nil when there is no such image.
+    static UIImage imageNamed(NSString name) { return objc::send<"imageNamed:", UIImage>(cls<UIImage>(), name); }
     static UIImage imageWithContentsOfFile(NSString path) {
         return objc::send<"imageWithContentsOfFile:", UIImage>(cls<UIImage>(), path);
     }
@@ -137,6 +138,7 @@ struct UITableViewCell : UIView {
     static constexpr objc::Name className{"UITableViewCell"};
     static constexpr NSInteger disclosureIndicator = 1;
     static constexpr NSInteger detailButton = 4;
+    static constexpr NSInteger deleteStyle = 1;
 
     UIView contentView() const { return objc::send<"contentView", UIView>(*this); }
     UIView accessoryView() const { return objc::send<"accessoryView", UIView>(*this); }

@@ -2,6 +2,7 @@
 // methods the type string of the product's own form. Reading this is reading the product.
 #include "plugin/installation_table.h"
 
+#include "plugin/detail/history_screen.h"
 #include "plugin/host/application.h"
 #include "plugin/host/install.h"
 #include "plugin/host/progress_indicator.h"
@@ -123,6 +124,7 @@ void installMethods() {
     if (Class application = objc::classNamed<"PhoneApplication">()) installOnApplication(application);
     if (Class screen = objc::classNamed<"PHRecentsViewController">()) {
         rows::registerSnapshotList();
+        objc::registerClasses<history::HistoryScreen>();
         installProgressIndicator(screen);
         installLifecycle(screen);
         installList(screen);

@@ -29,6 +29,8 @@ struct QVCallEntry : NSObject {
     bool isReceived() const { return objc::send<"isReceived", bool>(*this); }
     bool isMissed() const { return objc::send<"isMissed", bool>(*this); }
     bool isCanceled() const { return objc::send<"isCanceled", bool>(*this); }
+    bool isFaceTime() const { return objc::send<"isFaceTime", bool>(*this); }
+    bool isFaceTimeVideo() const { return objc::send<"isFaceTimeVideo", bool>(*this); }
     bool isOutGoing() const { return objc::send<"isOutGoing", bool>(*this); }
 
     // Of an entry that stands for a day: its calls, and the seconds of those that have any.

@@ -15,7 +15,6 @@ constexpr NSInteger loadMoreLabelTag = 1;
 constexpr NSInteger greyIndicator = 2;
 constexpr NSInteger centredText = 1;
 constexpr CGFloat loadMoreFontSize = 18.0;
-constexpr NSInteger deleteStyle = 1;
 
 bool isListEmpty(const CallListState& state) { return state.totalCount < 1 || state.rowCount < 1; }
 
@@ -108,9 +107,9 @@ void commitEditingStyle(CallList list, UITableView table, NSInteger style, NSInd
     CallListState& state = list.state;
     objc::Strong<QVCallEntry> entry;
     table.beginUpdates();
-    if (style == deleteStyle) {
+    if (style == UITableViewCell::deleteStyle) {
         entry = takeEntry(list, path.row());
-        table.deleteRows(objc::send<"arrayWithObject:", NSArray>(cls<NSArray>(), path), UITableView::rowAnimationNone);
+        table.deleteRows(NSArray::arrayWithObject(path), UITableView::rowAnimationNone);
         const Counts left = afterDeletingRow({state.rowCount, state.totalCount});
         state.totalCount = left.totalCount;
         state.rowCount = left.rowCount;
