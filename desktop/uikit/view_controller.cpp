@@ -19,6 +19,7 @@ void ViewController::define(objc::ClassDefinition<ViewController>& definition) {
         .method<"viewWillDisappear:", &ViewController::viewWillDisappear>()
         .method<"viewDidDisappear:", &ViewController::viewDidDisappear>()
         .method<"viewDidLayoutSubviews", &ViewController::viewDidLayoutSubviews>()
+        .method<"didReceiveMemoryWarning", &ViewController::didReceiveMemoryWarning>()
         .method<"isEditing", &ViewController::isEditing>()
         .method<"setEditing:", &ViewController::setEditing>()
         .method<"setEditing:animated:", &ViewController::setEditingAnimated>();

@@ -26,6 +26,7 @@ class ViewController : public Responder {
     virtual void viewWillDisappear(bool) {}
     virtual void viewDidDisappear(bool) {}
     virtual void viewDidLayoutSubviews() {}
+    virtual void didReceiveMemoryWarning() {}
     objc::Object title() const { return title_; }
     void setTitle(objc::Object title);
     /// A UINavigationItem with the controller's title, made at first use.

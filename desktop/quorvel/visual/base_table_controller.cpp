@@ -1,15 +1,18 @@
 // QVBaseTableViewController.
 #include "desktop/quorvel/visual/base_table_controller.h"
 
+#include "desktop/quorvel/visual/sources.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
 #include "desktop/uikit/navigation_controller.h"
+#include "desktop/uikit/search_display_controller.h"
 
 namespace quorvel {
 namespace {
 
 constexpr double panelWhite = 247.0 / 255.0;
 constexpr float panelOpacity = 0.75F;
+constexpr uikit::Rect searchBarFrame{{0, 0}, {320, 88}};
 
 void setBlocked(bool blocked) {
     auto* application = uikit::Application::shared();
@@ -27,6 +30,21 @@ void BaseTableController::define(objc::ClassDefinition<BaseTableController>& def
         .method<"showHUD:detailText:delegate:mode:selector:", &BaseTableController::showHudRunning>()
         .method<"hideHUD", &BaseTableController::hideHud>()
         .method<"hudWasHidden:", &BaseTableController::hudWasHidden>();
+}
+
+void BaseTableController::viewDidLoad() {
+    auto bar = objc::Ref<uikit::SearchBar>::make<"initWithFrame:">(searchBarFrame);
+    bar->setPlaceholder(uikit::nsString(sources().text("SEARCH_CALL_HISTORY")));
+    auto titles = objc::make<objc::Object>(objc::classNamed<"NSMutableArray">());
+    for (const char* title : {"All", "Dialed", "Received", "Missed"})
+        objc::send<"addObject:">(titles.get(), uikit::nsString(title));
+    objc::send<"setScopeButtonTitles:">(bar->object(), titles.get());
+    auto search =
+        objc::Ref<uikit::SearchDisplayController>::make<"initWithSearchBar:contentsController:">(bar.get(), this);
+    search->setDelegate(object());
+    search->setSearchResultsDelegate(object());
+    search->setSearchResultsDataSource(object());
+    setSearchDisplayController(objc::Object{search->self});
 }
 
 void BaseTableController::showHud(objc::Object text) { showHudRunning(text, {}, {}, 0, nullptr); }
