@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "desktop/uikit/application.h"
+#include "desktop/uikit/main_thread.h"
 
 namespace uikit {
 namespace {
@@ -108,7 +109,14 @@ objc::Object NavigationController::popViewControllerAnimated(bool animated) {
     return objc::autorelease(objc::Strong<>(popped->object()));
 }
 
+/// Off the main thread it answers nothing: the screens leave later.
 objc::Object NavigationController::popToRootViewControllerAnimated(bool animated) {
+    if (!objc::sendClass<"NSThread", "isMainThread", bool>()) {
+        onMainThread([kept = objc::Ref<NavigationController>(this), animated] {
+            kept->popToRootViewControllerAnimated(animated);
+        });
+        return {};
+    }
     if (stack_.empty()) return arrayOf({});
     return popToViewControllerAnimated(stack_.front(), animated);
 }

@@ -48,6 +48,7 @@ objc::Object SearchBar::initWithFrame(Rect frame) {
     cancelButton_->setHidden(true);
     scopeArea_ = objc::Ref<View>::make();
     scopeArea_->setHidden(true);
+    field_->setText({});
     scope_ = objc::Ref<SegmentedControl>::make();
     scope_->addTargetActionForControlEvents(object(), objc::selector<"scopeTouched:">(), valueChanged);
     const double width = frame.size.width;
@@ -61,7 +62,6 @@ objc::Object SearchBar::initWithFrame(Rect frame) {
     return made;
 }
 
-objc::Object SearchBar::text() const { return nsString(field_->text()); }
 void SearchBar::setText(objc::Object text) { field_->setText(utf8(text)); }
 objc::Object SearchBar::placeholder() const { return nsString(field_->placeholder()); }
 void SearchBar::setPlaceholder(objc::Object text) { field_->setPlaceholder(utf8(text)); }

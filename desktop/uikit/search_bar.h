@@ -3,6 +3,7 @@
 
 #include "desktop/uikit/button.h"
 #include "desktop/uikit/segmented_control.h"
+#include "objc/strong_slot.h"
 
 namespace uikit {
 
@@ -14,6 +15,8 @@ class SearchField : public View {
     static void define(objc::ClassDefinition<SearchField>& definition);
 
     const std::string& text() const { return text_; }
+    /// The text as an NSString. Any thread.
+    objc::Strong<> string() const { return string_.load(); }
     /// Puts the caret at the end; calls nobody.
     void setText(std::string_view text);
     void setPlaceholder(std::string_view text);
@@ -35,8 +38,10 @@ class SearchField : public View {
     Rect clearRect() const;
     void remove(std::size_t from, std::size_t to);
     void edited();
+    void publish();
 
     std::string text_;
+    objc::StrongSlot<> string_;  // what other threads read
     std::string placeholder_;
     std::size_t caret_ = 0;
     std::function<void()> edited_;
@@ -54,7 +59,7 @@ class SearchBar : public View {
 
     // Messages of the same names.
     objc::Object initWithFrame(Rect frame) override;
-    objc::Object text() const;
+    objc::Strong<> text() const { return field_->string(); }
     void setText(objc::Object text);
     objc::Object placeholder() const;
     void setPlaceholder(objc::Object text);

@@ -150,7 +150,7 @@ void SearchDisplayController::textChanged() {
     constexpr auto name = objc::Name{"searchDisplayController:shouldReloadTableForSearchString:"};
     bool reload = true;
     if (const objc::Object receiver{delegate_}; objc::respondsTo(receiver, objc::selector<name>()))
-        reload = objc::send<name, bool>(receiver, objc::Object{self}, bar_->text());
+        reload = objc::send<name, bool>(receiver, objc::Object{self}, bar_->text().get());
     if (reload) objc::send<"reloadData">(searchResultsTableView());
 }
 

@@ -5,6 +5,7 @@
 #include "desktop/graphics/text.h"
 #include "desktop/uikit/color.h"
 #include "desktop/uikit/search_bar.h"
+#include "desktop/uikit/text.h"
 
 namespace uikit {
 namespace {
@@ -39,6 +40,7 @@ void SearchField::define(objc::ClassDefinition<SearchField>&) {}
 void SearchField::setText(std::string_view text) {
     text_ = text;
     caret_ = text_.size();
+    publish();
     setNeedsDisplay();
 }
 
@@ -128,7 +130,10 @@ void SearchField::remove(std::size_t from, std::size_t to) {
     edited();
 }
 
+void SearchField::publish() { string_.store(objc::Strong<>(nsString(text_))); }
+
 void SearchField::edited() {
+    publish();
     setNeedsDisplay();
     if (edited_) edited_();
 }

@@ -1,6 +1,7 @@
 // UITableView: rows that a data source gives, of which only the visible ones exist.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <optional>
 
@@ -70,7 +71,7 @@ class TableView : public ScrollView {
     void setTableFooterView(View* view);
     double rowHeight() const { return rowHeight_; }
     void setRowHeight(double height);
-    bool isEditing() const { return editing_; }
+    bool isEditing() const { return editing_; }  ///< Any thread.
     void setEditing(bool editing) { setEditingAnimated(editing, false); }
     void setEditingAnimated(bool editing, bool animated);
     objc::Object pathOfSelectedRow() const;
@@ -130,12 +131,13 @@ class TableView : public ScrollView {
     void release(const Touch& touch);
     void select(RowPlace place);
     void tellDelegate(SEL message, RowPlace place);
+    void followEditing();
     bool delegateAnswers(SEL message) const;
 
     id dataSource_ = nullptr;
     double rowHeight_ = 44;
     bool needsReload_ = true;
-    bool editing_ = false;
+    std::atomic<bool> editing_{false};
     int updates_ = 0;
     std::vector<Section> sections_;
     std::map<RowPlace, objc::Ref<TableViewCell>> cells_;

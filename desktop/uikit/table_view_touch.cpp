@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "desktop/uikit/main_thread.h"
 #include "desktop/uikit/table_view.h"
 
 namespace uikit {
@@ -196,10 +197,15 @@ void TableView::confirmDelete() {
     if (bySwipe) tellDelegate(objc::selector<"tableView:didEndEditingRowAtIndexPath:">(), place);
 }
 
+/// Any thread: the mode changes at once, the cells follow on the main thread.
 void TableView::setEditingAnimated(bool editing, bool) {
-    if (editing == editing_) return;
+    if (editing == editing_.exchange(editing)) return;
+    onMainThread([kept = objc::Ref<TableView>(this)] { kept->followEditing(); });
+}
+
+void TableView::followEditing() {
+    const bool editing = editing_;
     if (revealed_) hideDelete();
-    editing_ = editing;
     for (auto& [place, cell] : cells_) {
         cell->setShowsMinus(editing && canEdit(place));
         cell->setEditing(editing);

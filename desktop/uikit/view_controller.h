@@ -1,6 +1,8 @@
 // UIViewController: one screen, its view, its place in the bars, and the messages of its life.
 #pragma once
 
+#include <atomic>
+
 #include "desktop/uikit/view.h"
 
 namespace uikit {
@@ -87,7 +89,7 @@ class ViewController : public Responder {
     objc::Ref<ViewController> presented_;
     ViewController* presenting_ = nullptr;
     objc::Strong<> searchController_;
-    bool editing_ = false;
+    std::atomic<bool> editing_{false};
     Appearance appearance_ = Appearance::Disappeared;
 };
 
