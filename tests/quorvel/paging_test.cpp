@@ -62,6 +62,15 @@ TEST_F(PagingTest, anEmptiedListBeginsAtTheTop) {
     EXPECT_EQ(rowIds(list(all)), (std::vector{4, 3}));
 }
 
+TEST_F(PagingTest, aPageAskedForBelowTheEndOfTheListLeavesNoGap) {
+    add(row(6));
+    read(2, 0, all);
+    // Another thread empties the list while the next page is on its way.
+    list(all).removeAllObjects();
+    read(2, 2, all);
+    EXPECT_EQ(rowIds(list(all)), (std::vector{6, 5, 4, 3}));
+}
+
 TEST_F(PagingTest, eachFilterHasItsOwnListAndAnyOtherCodeMeansAll) {
     add({{"1", noon, 5, 5}, {"2", noon + 1, 0, 5}, {"3", noon + 2, 5, 4}, {"4", noon + 3, 0, 4}});
     for (const auto filter : {dialled, received, missed}) read(9, 0, filter);

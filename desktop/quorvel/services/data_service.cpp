@@ -119,18 +119,19 @@ void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_
     const store::Mode mode = presentMode();
     List& list = lists_[listIndex(filter, mode)];
     const auto array = arrayIn(list);
-    // What the list holds already is not appended again.
+    // The list is never given a row twice and never left with a gap: another thread may have emptied it meanwhile.
     const auto held = array->snapshot();
-    const auto first = std::max<std::int64_t>(offset, static_cast<std::int64_t>(held.size()));
-    std::int64_t wanted = 0;
-    if (__builtin_sub_overflow(count, first - std::max<std::int64_t>(offset, 0), &wanted) || wanted <= 0) return;
+    const auto first = static_cast<std::int64_t>(held.size());
+    std::int64_t end = 0;
+    if (__builtin_add_overflow(count, std::max<std::int64_t>(offset, 0), &end)) end = store::noLimit;
+    const std::int64_t wanted = end - first;
+    if (count <= 0 || wanted <= 0) return;
     if (first == 0) list.day.clear();
 
     store::Cursor cursor = store::Cursor::top();
     if (first > 0) {
         // By key where the list ends as it was left, so that calls that arrived above shift nothing.
-        const bool isContinued = held.size() > 0 && static_cast<std::int64_t>(held.size()) == first &&
-                                 held[held.size() - 1] == list.last.get() && list.mode == mode && list.day.empty();
+        const bool isContinued = held[held.size() - 1] == list.last.get() && list.mode == mode && list.day.empty();
         if (isContinued) {
             cursor = list.below;
         } else {
@@ -142,6 +143,9 @@ void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_
     const auto page = store_->page(filter, mode, cursor, wanted);
     if (!page) return report("calls could not be read", page.error());
     append(list, *page, mode);
+    const auto now = array->snapshot();
+    const bool isAppended = now.size() == held.size() + (*page).rows.size() && now[0] == held[0];
+    if (!isAppended && first > 0) replaceByTop(list, filter, mode, end);
 }
 
 void DataService::readCallsForDate(objc::Object, std::int64_t offset, std::int64_t code, objc::Object day) {

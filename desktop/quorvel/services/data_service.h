@@ -101,6 +101,8 @@ class DataService : public objc::PeerBase {
     bool removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, std::int64_t filter, Days days);
     void keepInStep(const IsGone& isGone, Days days);
     void reread(store::Filter filter, store::Mode mode);
+    void replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows);
+    void replaceBy(List& list, const store::Page& page, store::Mode mode);
     void rereadDays(store::Mode mode);
     void recount(Days days);
 

@@ -52,25 +52,36 @@ void DataService::reread(store::Filter filter, store::Mode mode) {
     List& list = lists_[static_cast<int>(filter) - 1];
     const auto kept = list.array.load();
     auto* array = objc::peerIf<CallArray>(kept);
-    const auto held = array ? array->snapshot() : objc::Snapshot();
-    if (held.size() == 0) return;
+    const auto held = array ? static_cast<std::int64_t>(array->count()) : 0;
+    if (held == 0) return;
     // The list of all calls is one of calls or runs here, also where the screen shows days.
     mode.groupByDate = false;
-    const auto page = list.day.empty()
-                          ? store_->page(filter, mode, store::Cursor::top(), static_cast<std::int64_t>(held.size()))
-                          : store_->dayPage(filter, mode, list.day, 0, store::noLimit);
+    if (list.day.empty()) return replaceByTop(list, filter, mode, held);
+    const auto page = store_->dayPage(filter, mode, list.day, 0, store::noLimit);
     if (!page) return report(page.error());
+    replaceBy(list, *page, mode);
+}
+
+void DataService::replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows) {
+    const auto page = store_->page(filter, mode, store::Cursor::top(), rows);
+    if (!page) return report(page.error());
+    replaceBy(list, *page, mode);
+}
+
+void DataService::replaceBy(List& list, const store::Page& page, store::Mode mode) {
+    const auto array = arrayIn(list);
+    const auto held = array->snapshot();
     std::unordered_map<std::int64_t, CallEntry*> known;
     for (std::size_t i = 0; i < held.size(); ++i) known.emplace(entryOf(held[i])->rowId, entryOf(held[i]));
     std::vector<objc::Ref<CallEntry>> entries;
-    for (const auto& record : (*page).rows) {
+    for (const auto& record : page.rows) {
         const auto found = known.find(record.rowId);
         entries.push_back(found == known.end() ? CallEntry::of(record) : objc::Ref<CallEntry>(found->second));
         entries.back()->fill(record);
     }
     array->replaceAll(objectsOf(entries));
     list.last = entries.empty() ? objc::Strong<>() : objc::Strong<>(objc::Object{entries.back().self()});
-    list.below = (*page).next;
+    list.below = page.next;
     list.mode = mode;
 }
 
