@@ -76,12 +76,12 @@ objc::Strong<NSMutableArray> affectedByFilter(NSArray calls, Filter filter) {
 }
 
 /// The list of all calls loses what the filter's deletion took.
-void removeFromAllCalls(const CallList& list) {
+void removeFromAllCalls(const CallList& list, Filter filter) {
     auto& state = list.state;
     auto all = QVDataController::sharedInstance().callList();
     auto calls = all.copy();
     auto affected = state.searching ? affectedWhileSearching(state, calls, state.srcList.load()->copy())
-                                    : affectedByFilter(calls, state.filter());
+                                    : affectedByFilter(calls, filter);
     const auto count = static_cast<std::int64_t>(affected->count());
     all.removeObjectsInArray(affected.get());
     state.rowCount.add(-count);
@@ -126,8 +126,9 @@ void removeSearchedRecordsInBackGround(CallList list) {
 
 void removeAllRecords(CallList list) {
     auto& state = list.state;
-    if (QVDataController::sharedInstance().removeCallsFromDB(state.filter(), {})) {
-        if (state.filter() != Filter::All) removeFromAllCalls(list);
+    const Filter filter = state.filter();
+    if (QVDataController::sharedInstance().removeCallsFromDB(filter, {})) {
+        if (filter != Filter::All) removeFromAllCalls(list, filter);
         state.srcList.exchange(NSMutableArray{})->removeAllObjects();
         objc::send<"clearCallLists">(list.screen);
     }

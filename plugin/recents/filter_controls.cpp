@@ -37,6 +37,8 @@ void handleSegmentControler(CallList list) {
     if (QVSettingsDataController::sharedInstance().isGroupByDate()) {
         list.screen.navigationItem().setTitleView({});
         list.screen.setTitle(localized<"Title">());
+        // The days have no filter: none that was chosen before may choose for them.
+        list.state.segmentedControl.store({});
         return;
     }
     auto control = UISegmentedControl::makeWithItems(rows::filterIcons());

@@ -106,7 +106,7 @@ void handleReloadDataAction(CallList list) {
     calls.setMsdCallsCount(0);
     calls.dateCallsList().removeAllObjects();
 
-    state.filterType = static_cast<std::int64_t>(Filter::All);
+    // The filter stays until the new one is known: a deletion that runs beside this must not take it for all calls.
     state.srcList.store({});
     state.forgetPaging();
     resetScrollOffsets();

@@ -10,46 +10,71 @@
 namespace recents {
 namespace {
 
-NSMutableArray currentList(const CallList& list, QVDataController service) {
-    return listOfFilter(service, list.state.filter(), QVSettingsDataController::sharedInstance().isGroupByDate());
-}
-
 void loadAndRefresh(const CallList& list) {
     objc::send<"initializeCallList">(list.screen);
-    if (list.state.searching) {
-        list.state.copyListOfItems.load()->removeAllObjects();
-        objc::send<"searchTableView">(list.screen);
-    }
+    if (list.state.searching) searchAgain(list);
     objc::send<"refreshTableData">(list.screen);
 }
 
 /// Edit mode follows the rows: none left ends it, a swiped row keeps it.
 void keepEditingInStep(const CallList& list) {
     const std::int64_t rowCount = list.state.rowCount;
-    const bool editing = list.screen.table().isEditing() ? rowCount >= 1 : list.state.isEditing && rowCount > 0;
+    const bool editing = list.screen.isEditing() ? rowCount >= 1 : list.state.isEditing && rowCount > 0;
     list.screen.setEditing(editing, editing);
     objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, list.screen.isEditing(), false);
 }
 
-/// Fixes the number of rows, reading what is missing first.
-void applyRowCountRule(const CallList& list, QVDataController service, std::int64_t pageSize) {
-    auto& state = list.state;
-    const std::int64_t saved = state.pagingMemory();
-    const auto loaded = static_cast<std::int64_t>(state.srcList.load()->count());
-    const RowCountPlan plan = planRowCount(
-        {pageSize, saved, loaded, state.totalCount, state.lastMinRecCall, static_cast<bool>(state.searching)});
-    state.rowCount = plan.rowCount;
-    if (plan.load) service.readCallsFromDB(plan.read, loaded, state.filter());
+/// One application of the row count rule, for one filter from beginning to end.
+class RowCount {
+  public:
+    explicit RowCount(const CallList& list) : list_(list), filter_(list.state.filter()) {}
 
-    // The service may have made the list only now.
-    state.srcList.store(currentList(list, service));
-    if (plan.load) {
-        state.rowCount = static_cast<std::int64_t>(state.srcList.load()->count());
-        objc::send<"refreshTableData">(list.screen);
-        if (service.isAnyRecDeleted()) service.sortArray(state.srcList.load());
+    /// Takes the list and its total; a list whose filter has no call is emptied.
+    void takeList() const {
+        auto& state = list_.state;
+        state.srcList.store(currentList());
+        state.totalCount = countOfFilter(service_, filter_);
+        if (state.totalCount >= 1) return;
+        state.totalCount = service_.getTotalCallCount(filter_);
+        if (state.totalCount < 1) state.srcList.load()->removeAllObjects();
     }
-    state.rowCount = clampRowCount(state.rowCount, pageSize, saved, state.totalCount);
-}
+
+    /// Fixes the number of rows, reading what is missing first.
+    void applyRule() const {
+        auto& state = list_.state;
+        const std::int64_t saved = state.pagingMemory(filter_);
+        const auto loaded = static_cast<std::int64_t>(state.srcList.load()->count());
+        const RowCountPlan plan = planRowCount(
+            {pageSize_, saved, loaded, state.totalCount, state.lastMinRecCall, static_cast<bool>(state.searching)});
+        state.rowCount = plan.rowCount;
+        if (plan.load) service_.readCallsFromDB(plan.read, loaded, filter_);
+
+        // The service may have made the list only now.
+        state.srcList.store(currentList());
+        const std::int64_t duration = durationOfFilter(service_, filter_);
+        if (plan.load) {
+            state.rowCount = static_cast<std::int64_t>(state.srcList.load()->count());
+            objc::send<"refreshTableData">(list_.screen);
+            if (service_.isAnyRecDeleted()) service_.sortArray(state.srcList.load());
+        }
+        state.rowCount = clampRowCount(state.rowCount, pageSize_, saved, state.totalCount);
+        showDuration(duration);
+    }
+
+  private:
+    NSMutableArray currentList() const {
+        return listOfFilter(service_, filter_, QVSettingsDataController::sharedInstance().isGroupByDate());
+    }
+    void showDuration(std::int64_t seconds) const {
+        auto shown = service_.getAllCallsDuration(seconds == 0 ? service_.getTotalCallDuration(filter_) : seconds);
+        list_.state.totalDuration.store(shown ? NSString::stringWithString(shown) : NSString{});
+    }
+
+    const CallList& list_;
+    Filter filter_;
+    QVDataController service_ = QVDataController::sharedInstance();
+    std::int64_t pageSize_ = QVSettingsDataController::sharedInstance().minRec_Call();
+};
 
 }  // namespace
 
@@ -85,21 +110,30 @@ void loadCallRecsFromDB(CallList list) {
 
 void initializeCallList(CallList list) {
     auto& state = list.state;
-    auto service = QVDataController::sharedInstance();
-    const std::int64_t pageSize = QVSettingsDataController::sharedInstance().minRec_Call();
-    state.srcList.store(currentList(list, service));
-    state.totalCount = countOfFilter(service, state.filter());
-    if (state.totalCount < 1) {
-        state.totalCount = service.getTotalCallCount(state.filter());
-        if (state.totalCount < 1) state.srcList.load()->removeAllObjects();
-    }
-    applyRowCountRule(list, service, pageSize);
-
-    std::int64_t duration = durationOfFilter(service, state.filter());
-    if (duration == 0) duration = service.getTotalCallDuration(state.filter());
-    auto durationText = service.getAllCallsDuration(duration);
-    state.totalDuration.store(durationText ? NSString::stringWithString(durationText) : NSString{});
+    const auto begun = state.edition.begin();
+    const RowCount rows(list);
+    rows.takeList();
+    rows.applyRule();
     state.isAllRecsLoaded = state.totalCallCount == state.rowCount;
+    if (!state.edition.finish(begun)) countRowsAgain(list);
+}
+
+void countRowsAgain(const CallList& list) {
+    if (!list.state.searching) objc::send<"initializeCallList">(list.screen);
+    if (list.state.searching) searchAgain(list);
+}
+
+void searchAgain(const CallList& list) {
+    auto& state = list.state;
+    for (;;) {
+        const auto begun = state.edition.begin();
+        state.copyListOfItems.load()->removeAllObjects();
+        objc::send<"searchTableView">(list.screen);
+        if (!state.searching) break;
+        if (state.edition.isNext(begun)) return;
+    }
+    // The search has ended: the rows are the list's again.
+    objc::send<"initializeCallList">(list.screen);
 }
 
 void refreshTableData(CallList list) {

@@ -4,6 +4,7 @@
 #include "platform/dispatch.h"
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/paging_rule.h"
 
 namespace recents {
@@ -16,28 +17,38 @@ void stopIndicator(QVLoadMoreRecordsCell cell) {
     cell.setAccessoryView({});
 }
 
-void readPage(const CallList& list, std::int64_t pageSize, NSMutableArray shown) {
+void readPage(const CallList& list, Filter filter, std::int64_t pageSize, NSMutableArray shown) {
     auto& state = list.state;
     auto calls = QVDataController::sharedInstance();
     const std::int64_t before = state.rowCount;
-    calls.readCallsFromDB(pageSize, before, state.filter());
-    if (state.filter() == Filter::All && QVSettingsDataController::sharedInstance().isGroupContacts_Call())
+    calls.readCallsFromDB(pageSize, before, filter);
+    if (filter == Filter::All && QVSettingsDataController::sharedInstance().isGroupContacts_Call())
         state.isLoadMoreAllCalls = true;
     state.rowCount = static_cast<std::int64_t>(shown.count());
     if (isShortPage(before, state.rowCount, pageSize, state.totalCount))
-        state.totalCount = calls.getTotalCallCount(state.filter());
+        state.totalCount = calls.getTotalCallCount(filter);
 }
 
-void rememberPaging(rows::CallListState& state, bool byDate) {
+void rememberPaging(rows::CallListState& state, Filter filter, bool byDate) {
     const std::int64_t rowCount = state.rowCount;
-    if (byDate || state.filter() == Filter::All)
+    if (byDate || filter == Filter::All)
         state.allCallCnt = rowCount;
-    else if (state.filter() == Filter::Dialled)
+    else if (filter == Filter::Dialled)
         state.dldCallCnt = rowCount;
-    else if (state.filter() == Filter::Received)
+    else if (filter == Filter::Received)
         state.rcdCallCnt = rowCount;
-    else if (state.filter() == Filter::Missed)
+    else if (filter == Filter::Missed)
         state.msdCallCnt = rowCount;
+}
+
+/// The list or the search, whichever is in front; one that began or ended meanwhile has the last word.
+void loadMore(const CallList& list) {
+    const bool searching = list.state.searching;
+    if (searching)
+        objc::send<"loadMoreSearchedRecords">(list.screen);
+    else
+        objc::send<"loadMoreRecordsAction">(list.screen);
+    if (searching != list.state.searching) countRowsAgain(list);
 }
 
 }  // namespace
@@ -45,10 +56,7 @@ void rememberPaging(rows::CallListState& state, bool byDate) {
 void handleLoadMoreRecordsAction(CallList list, QVLoadMoreRecordsCell cell) {
     dispatch::async(dispatch::globalQueue(dispatch::Priority::Default),
                     [screen = objc::Strong(list.screen), cell = objc::Strong(cell), &state = list.state] {
-                        if (state.searching)
-                            objc::send<"loadMoreSearchedRecords">(screen.get());
-                        else
-                            objc::send<"loadMoreRecordsAction">(screen.get());
+                        loadMore({screen, state});
                         objc::send<"refreshTableData">(screen.get());
                         dispatch::asyncOnMain([cell] { stopIndicator(cell); });
                     });
@@ -56,18 +64,21 @@ void handleLoadMoreRecordsAction(CallList list, QVLoadMoreRecordsCell cell) {
 
 void loadMoreRecordsAction(CallList list) {
     auto& state = list.state;
+    const auto begun = state.edition.begin();
+    const Filter filter = state.filter();
     auto settings = QVSettingsDataController::sharedInstance();
     const bool byDate = settings.isGroupByDate();
-    state.srcList.store(listOfFilter(QVDataController::sharedInstance(), state.filter(), byDate));
+    state.srcList.store(listOfFilter(QVDataController::sharedInstance(), filter, byDate));
     auto shown = state.srcList.load();
     const std::int64_t pageSize = settings.minRec_Call();
     const PagingPlan plan =
         planNextPage({state.rowCount, pageSize, static_cast<std::int64_t>(shown->count()), state.totalCount});
     if (plan.read)
-        readPage(list, pageSize, shown);
+        readPage(list, filter, pageSize, shown);
     else
         state.rowCount = plan.rowCount;
-    rememberPaging(state, byDate);
+    rememberPaging(state, filter, byDate);
+    if (!state.edition.finish(begun)) countRowsAgain(list);
 }
 
 }  // namespace recents

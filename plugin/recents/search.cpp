@@ -1,10 +1,13 @@
 // Matching, the seen-set, and the delegate of the search display controller.
 #include "plugin/recents/search.h"
 
+#include <algorithm>
+
 #include "platform/dispatch.h"
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
 #include "plugin/recents/filter_controls.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/search_rule.h"
 #include "plugin/rows/snapshot_list.h"
 
@@ -47,9 +50,10 @@ class Seen {
     objc::Strong<NSMutableSet> keys_;
 };
 
+/// Adds what matches and was not seen among the first `most` entries.
 void scan(NSArray entries, NSUInteger most, NSString part, Seen& seen, NSMutableArray found) {
-    const NSUInteger count = entries.count();
-    for (NSUInteger i = 0; i < count && i < most; ++i) {
+    const NSUInteger count = std::min(entries.count(), most);
+    for (NSUInteger i = 0; i < count; ++i) {
         auto entry = entries.objectAtIndex<QVCallEntry>(i);
         if (!entry || !matches(entry, part) || seen.holds(entry)) continue;
         found.addObject(entry);
@@ -58,23 +62,24 @@ void scan(NSArray entries, NSUInteger most, NSString part, Seen& seen, NSMutable
 }
 
 /// How many entries of the list the search looks at.
-NSUInteger entriesToScan(rows::CallListState& state) {
+NSUInteger reach(const rows::CallListState& state, std::int64_t filterCode) {
     const std::int64_t pageSize = QVSettingsDataController::sharedInstance().minRec_Call();
     const std::int64_t limit =
-        scanLimit(pageSize, {state.allCallCnt, state.dldCallCnt, state.rcdCallCnt, state.msdCallCnt}, state.filterType);
-    std::int64_t scanned = 0;
-    while (!scanEnds(scanned, pageSize, limit)) scanned = scanned < pageSize ? pageSize : limit;
-    return static_cast<NSUInteger>(scanned);
+        scanLimit(pageSize, {state.allCallCnt, state.dldCallCnt, state.rcdCallCnt, state.msdCallCnt}, filterCode);
+    return static_cast<NSUInteger>(entriesToScan(pageSize, limit));
 }
 
-void findInLoadedCalls(rows::CallListState& state, NSString part, NSMutableArray found) {
+/// What was not found yet among the loaded calls and then among the filter's copies.
+objc::Strong<NSMutableArray> findInLoadedCalls(rows::CallListState& state, std::int64_t filterCode, NSString part) {
     Seen seen(QVSettingsDataController::sharedInstance().isGroupContacts_Call());
-    const NSUInteger already = found.count();
-    for (NSUInteger i = 0; i < already; ++i)
-        if (auto entry = found.objectAtIndex<QVCallEntry>(i)) seen.add(entry);
-    scan(state.srcList.load().get(), entriesToScan(state), part, seen, found);
-    auto copies = state.searchCopies().load();
-    scan(copies.get(), copies->count(), part, seen, found);
+    const auto already = state.copyListOfItems.load()->copy();
+    const NSUInteger count = already->count();
+    for (NSUInteger i = 0; i < count; ++i) seen.add(already->objectAtIndex<QVCallEntry>(i));
+    auto found = NSMutableArray::make();
+    scan(state.srcList.load()->copy(), reach(state, filterCode), part, seen, found);
+    const auto copies = state.searchCopies(static_cast<Filter>(filterCode)).load()->copy();
+    scan(copies, copies->count(), part, seen, found);
+    return found;
 }
 
 void endEditing(const CallList& list) {
@@ -83,13 +88,12 @@ void endEditing(const CallList& list) {
     objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, list.screen.isEditing(), true);
 }
 
-void startOver(rows::CallListState& state) {
-    state.copyListOfItems.load()->removeAllObjects();
+}  // namespace
+
+void forgetLoadedMatches(rows::CallListState& state) {
     state.isAllRecsLoaded = false;
     dropSearchCopies(state);
 }
-
-}  // namespace
 
 void showEditButtonLater(const CallList& list) {
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state = list.state] {
@@ -105,25 +109,28 @@ void dropSearchCopies(rows::CallListState& state) {
 
 void searchTableView(CallList list) {
     auto& state = list.state;
+    const auto begun = state.edition.begin();
     auto part = list.screen.searchDisplayController().searchBar().text();
     if (!state.copyListOfItems.load()) state.copyListOfItems.compareExchange({}, rows::makeSnapshotList());
     auto found = state.copyListOfItems.load();
     const std::int64_t code = state.filterType;
     // Always the plain list, also where days are shown.
     if (code >= 1 && code <= 4)
-        state.srcList.store(listOfFilter(QVDataController::sharedInstance(), state.filter(), false));
+        state.srcList.store(listOfFilter(QVDataController::sharedInstance(), static_cast<Filter>(code), false));
     if (part.length() == 0) {
         if (auto entries = state.srcList.load()) found->addObjectsFromArray(entries.get());
     } else {
-        findInLoadedCalls(state, part, found);
+        found->addObjectsFromArray(findInLoadedCalls(state, code, part).get());
     }
     state.rowCount = static_cast<std::int64_t>(found->count());
     showEditButtonLater(list);
+    if (!state.edition.finish(begun)) countRowsAgain(list);
 }
 
 bool shouldReloadForSearchString(CallList list, UISearchDisplayController, NSString) {
     list.state.searching = true;
-    startOver(list.state);
+    list.state.copyListOfItems.load()->removeAllObjects();
+    forgetLoadedMatches(list.state);
     objc::send<"searchTableView">(list.screen);
     objc::send<"refreshTableData">(list.screen);
     return list.state.searching;
@@ -134,12 +141,13 @@ bool shouldReloadForSearchScope(CallList list, UISearchDisplayController control
     state.filterType = static_cast<std::int64_t>(filterOfSegment(scope));
     state.segmentedControl.load()->setSelectedSegmentIndex(scope);
     state.searching = true;
+    state.copyListOfItems.load()->removeAllObjects();
     auto results = controller.searchResultsTableView();
     if (results.isEditing()) {
         results.setEditing(false);
         objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, false, false);
     }
-    startOver(state);
+    forgetLoadedMatches(state);
     objc::send<"searchTableView">(list.screen);
     objc::send<"refreshTableData">(list.screen);
     return state.searching;

@@ -25,6 +25,8 @@ void didEndSearch(CallList list, UISearchDisplayController controller);
 bool sameNameOrNumber(QVCallEntry left, QVCallEntry right);
 /// Empties and drops the four lists of copies.
 void dropSearchCopies(rows::CallListState& state);
+/// The same, and the database may be asked for matches again.
+void forgetLoadedMatches(rows::CallListState& state);
 /// On the main queue: shows the search bar's edit button where something was found, else hides it.
 void showEditButtonLater(const CallList& list);
 

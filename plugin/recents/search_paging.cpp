@@ -1,6 +1,7 @@
 // The rest of a search's matches, fetched from the database in one go.
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/search.h"
 #include "plugin/rows/snapshot_list.h"
 
@@ -39,15 +40,17 @@ bool sameNameOrNumber(QVCallEntry left, QVCallEntry right) {
 
 void loadMoreSearchedRecords(CallList list) {
     auto& state = list.state;
+    const auto begun = state.edition.begin();
     if (!state.searching) return;
+    const Filter filter = state.filter();
     auto part = list.screen.searchDisplayController().searchBar().text();
-    auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(state.filter(), part, {});
+    auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(filter, part, {});
     state.isAllRecsLoaded = true;
     auto found = state.copyListOfItems.load();
     auto fresh = notShownYet(fetched, found->copy());
     // Another thread may have ended or changed the search meanwhile: it is given nothing then.
     if (!state.isAllRecsLoaded || !state.searching) return;
-    auto& slot = state.searchCopies();
+    auto& slot = state.searchCopies(filter);
     if (!slot.load()) slot.compareExchange({}, rows::makeSnapshotList());
     auto copies = slot.load();
     copies->removeAllObjects();
@@ -55,6 +58,10 @@ void loadMoreSearchedRecords(CallList list) {
     found->addObjectsFromArray(fresh.get());
     state.rowCount = static_cast<std::int64_t>(found->count());
     showEditButtonLater(list);
+    if (state.edition.finish(begun)) return;
+    // Another text or filter may be on by now, so these may be matches of neither: the load-more row offers them again.
+    forgetLoadedMatches(state);
+    countRowsAgain(list);
 }
 
 }  // namespace recents

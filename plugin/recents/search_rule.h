@@ -1,6 +1,7 @@
 // How far a search of the loaded list looks.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 namespace recents {
@@ -29,10 +30,9 @@ constexpr std::int64_t scanLimit(std::int64_t pageSize, const PagingCounts& reac
     }
 }
 
-/// Whether the scan ends before the next entry: a page and the limit have both been looked at. The page is compared in
-/// 32 bits.
-constexpr bool scanEnds(std::int64_t scanned, std::int64_t pageSize, std::int64_t limit) {
-    return static_cast<std::int32_t>(scanned) >= static_cast<std::int32_t>(pageSize) && scanned >= limit;
+/// How many entries of the list are looked at, at most, whatever they are: a page and the limit, whichever is more.
+constexpr std::int64_t entriesToScan(std::int64_t pageSize, std::int64_t limit) {
+    return std::max({pageSize, limit, std::int64_t{0}});
 }
 
 }  // namespace recents

@@ -5,6 +5,7 @@
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/scroll_offsets.h"
 
 namespace recents {
@@ -23,9 +24,8 @@ void loadFilter(const CallList& list) {
     auto& state = list.state;
     objc::send<"initializeCallList">(list.screen);
     if (state.searching) {
-        state.isAllRecsLoaded = static_cast<bool>(state.searchCopies().load());
-        state.copyListOfItems.load()->removeAllObjects();
-        objc::send<"searchTableView">(list.screen);
+        state.isAllRecsLoaded = static_cast<bool>(state.searchCopies(state.filter()).load());
+        searchAgain(list);
     }
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state] { closeSwitch({screen, state}); });
 }

@@ -4,10 +4,30 @@
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
 #include "plugin/recents/deletion.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/search.h"
 
 namespace recents {
 namespace {
+
+/// A row that has left the table, and where it was.
+struct TakenRow {
+    objc::Strong<QVCallEntry> entry;
+    NSInteger row;
+    Filter filter;
+    objc::Strong<NSMutableArray> from;
+};
+
+objc::Strong<NSMutableArray> shownList(const rows::CallListState& state) {
+    return (state.searching ? state.copyListOfItems : state.srcList).load();
+}
+
+bool holdsRecord(NSArray entries, int rowId) {
+    const NSUInteger count = entries.count();
+    for (NSUInteger i = 0; i < count; ++i)
+        if (entries.objectAtIndex<QVCallEntry>(i).ROWID() == rowId) return true;
+    return false;
+}
 
 bool deleteFromDatabase(QVCallEntry entry, Filter filter) {
     auto calls = QVDataController::sharedInstance();
@@ -18,13 +38,20 @@ bool deleteFromDatabase(QVCallEntry entry, Filter filter) {
     return true;
 }
 
-/// The database refused: the row comes back where it was.
-void putBack(const CallList& list, QVCallEntry entry, NSInteger row) {
+/// The database refused: the row comes back where it was, in the list that it was taken from. One that was read again
+/// meanwhile has it already.
+void putBack(const CallList& list, const TakenRow& taken) {
     auto& state = list.state;
-    state.rowCount.add(1);
-    if (state.rowCount == state.totalCount) state.totalCount = state.rowCount + 1;
-    (state.searching ? state.copyListOfItems : state.srcList).load()->insertObject(entry, static_cast<NSUInteger>(row));
+    const auto begun = state.edition.begin();
+    if (!holdsRecord(taken.from->copy(), taken.entry->ROWID())) {
+        if (shownList(state).get() == taken.from.get()) {
+            state.rowCount.add(1);
+            if (state.rowCount == state.totalCount) state.totalCount = state.rowCount + 1;
+        }
+        taken.from->insertObject(taken.entry.get(), static_cast<NSUInteger>(taken.row));
+    }
     objc::send<"refreshTableData">(list.screen);
+    if (!state.edition.finish(begun)) countRowsAgain(list);
 }
 
 void endEditingOfEmptyList(const CallList& list) {
@@ -33,15 +60,22 @@ void endEditingOfEmptyList(const CallList& list) {
     objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, list.screen.isEditing(), false);
 }
 
-void deleteRow(const CallList& list, QVCallEntry entry, NSInteger row) {
+/// Adds what the search finds now to what it has found; one that changed or ended meanwhile is run again.
+void searchOn(const CallList& list) {
+    const auto begun = list.state.edition.begin();
+    objc::send<"searchTableView">(list.screen);
+    if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);
+}
+
+void deleteRow(const CallList& list, const TakenRow& taken) {
     auto& state = list.state;
-    if (!deleteFromDatabase(entry, state.filter())) {
-        putBack(list, entry, row);
+    if (!deleteFromDatabase(taken.entry, taken.filter)) {
+        putBack(list, taken);
         return;
     }
-    if (state.searching) objc::send<"updateSearchRecords:">(list.screen, entry);
+    if (state.searching) objc::send<"updateSearchRecords:">(list.screen, taken.entry.get());
     objc::send<"initializeCallList">(list.screen);
-    if (state.searching) objc::send<"searchTableView">(list.screen);
+    if (state.searching) searchOn(list);
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state] { endEditingOfEmptyList({screen, state}); });
     darwin::post(text<"QuorvelCallRecordDeletedNotification">());
 }
@@ -78,10 +112,10 @@ void clearOtherFilters(QVDataController calls) {
 
 void removeRowData(CallList list, QVCallEntry entry, NSIndexPath path) {
     if (!entry) return;
+    TakenRow taken{objc::Strong(entry), path.row(), list.state.filter(), shownList(list.state)};
     dispatch::async(dispatch::globalQueue(dispatch::Priority::Default),
-                    [screen = objc::Strong(list.screen), entry = objc::Strong(entry), path = objc::Strong(path),
-                     &state = list.state] {
-                        deleteRow({screen, state}, entry, path->row());
+                    [screen = objc::Strong(list.screen), taken = std::move(taken), &state = list.state] {
+                        deleteRow({screen, state}, taken);
                     });
 }
 
@@ -99,8 +133,9 @@ void removeCallsFromCallList(CallList list, NSMutableArray deleted) {
         }
     }
     if (state.searching) {
-        state.srcList.load()->removeObjectsInArray(found.get());
-        state.copyListOfItems.load()->removeAllObjects();
+        auto shown = state.copyListOfItems.load();
+        state.srcList.load()->removeObjectsInArray(shown->copy().get());
+        shown->removeAllObjects();
         dropSearchCopies(state);
         objc::send<"setEditing:">(list.screen, false);
         objc::send<"editButtonClicked:">(list.screen, objc::Object{});
@@ -113,7 +148,7 @@ void removeCallsFromCallList(CallList list, NSMutableArray deleted) {
 
 void updateSearchRecords(CallList list, QVCallEntry deleted) {
     auto& state = list.state;
-    if (!state.searchCopies().load()) return;
+    if (!state.searchCopies(state.filter()).load()) return;
     auto removeFrom = [&](NSMutableArray copies) {
         objc::send<"removeSearchRecordFromList:sourceList:">(list.screen, deleted, copies);
     };
@@ -124,7 +159,7 @@ void updateSearchRecords(CallList list, QVCallEntry deleted) {
             removeFrom(copies->load());
         return;
     }
-    if (code >= 2 && code <= 4) removeFrom(state.searchCopies().load());
+    if (code >= 2 && code <= 4) removeFrom(state.searchCopies(state.filter()).load());
     if (auto all = state.allCallsCopyList.load()) updateAllCallsCopies(all, deleted);
 }
 

@@ -6,6 +6,7 @@
 #include "platform/uikit_screens.h"
 #include "plugin/companion/entry.h"
 #include "plugin/companion/filter.h"
+#include "plugin/rows/edition.h"
 #include "plugin/rows/relaxed.h"
 
 /// A screen that shows a call list. What a screen does its own way it answers to the same selector.
@@ -17,6 +18,8 @@ namespace rows {
 
 /// The state of a call list. Everything starts zero, empty or false.
 struct CallListState {
+    Edition edition;  ///< of the shown rows: of rowCount, totalCount and what the search found
+
     Relaxed<std::int64_t> filterType;  ///< a Filter's code, or 0 before the first load
     Relaxed<bool> searching;
     Relaxed<bool> isEditing;  ///< one row is being swiped
@@ -47,10 +50,12 @@ struct CallListState {
     objc::StrongSlot<objc::Object> deleteActionSheet;
 
     Filter filter() const { return static_cast<Filter>(filterType.get()); }
-    Relaxed<std::int64_t>& pagingMemory() { return ofFilter(filter(), allCallCnt, dldCallCnt, rcdCallCnt, msdCallCnt); }
+    Relaxed<std::int64_t>& pagingMemory(Filter of) {
+        return ofFilter(of, allCallCnt, dldCallCnt, rcdCallCnt, msdCallCnt);
+    }
     /// The filter's copies of what was found; see recents/search.h.
-    objc::StrongSlot<NSMutableArray>& searchCopies() {
-        return ofFilter(filter(), allCallsCopyList, dldCallsCopyList, rcdCallsCopyList, msdCallsCopyList);
+    objc::StrongSlot<NSMutableArray>& searchCopies(Filter of) {
+        return ofFilter(of, allCallsCopyList, dldCallsCopyList, rcdCallsCopyList, msdCallsCopyList);
     }
     void forgetPaging() {
         allCallCnt = 0;
