@@ -54,7 +54,8 @@ RC_GTEST_PROP(RepresentativesOfAHistory, areTheFirstOfTheirKinds, ()) {
     for (auto field :
          {&Representatives::newest, &Representatives::dialled, &Representatives::received, &Representatives::missed}) {
         const std::size_t before = chosen.*field;
-        RC_ASSERT(left.*field == (before != nobody && calls[before].ofDay ? before : nobody));
+        const std::size_t after = left.*field;
+        RC_ASSERT(after == (before != nobody && calls[before].ofDay ? before : nobody));
     }
 }
 
