@@ -11,22 +11,15 @@
 namespace recents {
 namespace {
 
-/// Where days are shown, the message names the screen's day; the Recents screen has none, and the null marker stands
-/// in its place.
-NSString confirmation(Filter filter) {
+NSString confirmation(Filter filter, NSString day) {
     const bool byDate = QVSettingsDataController::sharedInstance().isGroupByDate();
     auto message = QuorvelUtils::getLocalizedString(rows::confirmationKey(filter, byDate));
-    return byDate ? NSString::stringWithFormat(message, NSString{}) : message;
+    return byDate ? NSString::stringWithFormat(message, day) : message;
 }
 
 bool hasNothingToDelete(const rows::CallListState& state) {
     if (state.rowCount >= 1) return false;
     return !state.searching || state.copyListOfItems.load()->count() == 0;
-}
-
-void showDeletingIndicator(const CallList& list, SEL deletion) {
-    objc::send<"showHUD:detailText:delegate:mode:selector:">(list.screen, localized<"Deleting">(), NSString{},
-                                                             list.screen, 0, deletion);
 }
 
 bool isOfFilter(QVCallEntry entry, Filter filter) {
@@ -75,7 +68,13 @@ objc::Strong<NSMutableArray> affectedByFilter(NSArray calls, Filter filter) {
     return affected;
 }
 
-/// The list of all calls loses what the filter's deletion took.
+}  // namespace
+
+void showDeletingIndicator(const CallList& list, SEL deletion) {
+    objc::send<"showHUD:detailText:delegate:mode:selector:">(list.screen, localized<"Deleting">(), NSString{},
+                                                             list.screen, 0, deletion);
+}
+
 void removeFromAllCalls(const CallList& list, Filter filter) {
     auto& state = list.state;
     auto all = QVDataController::sharedInstance().callList();
@@ -89,17 +88,26 @@ void removeFromAllCalls(const CallList& list, Filter filter) {
     objc::send<"updateDateEntry">(list.screen);
 }
 
-}  // namespace
-
-void deleteAllAction(CallList list, objc::Object) {
-    if (hasNothingToDelete(list.state)) return;
-    auto sheet = BlockActionSheet::makeWithTitle(confirmation(list.state.filter()));
-    list.state.deleteActionSheet.store(objc::Strong<objc::Object>(sheet.get()));
+objc::Strong<BlockActionSheet> makeDeletionSheet(const CallList& list, NSString day) {
+    if (hasNothingToDelete(list.state)) return {};
+    auto sheet = BlockActionSheet::makeWithTitle(confirmation(list.state.filter(), day));
     sheet->setDestructiveButton(
         objc::send<"getDeleteAllButtonText", NSString>(list.screen),
         [screen = objc::Strong(list.screen)] { objc::send<"handleDeleteAllAction">(screen.get()); });
     sheet->setCancelButton(localized<"Cancel">());
-    sheet->showInView(list.screen.parentViewController().view());
+    return sheet;
+}
+
+void showDeletionSheet(const CallList& list, BlockActionSheet sheet) {
+    sheet.showInView(list.screen.parentViewController().view());
+}
+
+void deleteAllAction(CallList list, objc::Object) {
+    // The screen has no day of its own to name.
+    auto sheet = makeDeletionSheet(list, {});
+    if (!sheet) return;
+    list.state.deleteActionSheet.store(objc::Strong<objc::Object>(sheet.get()));
+    showDeletionSheet(list, sheet);
 }
 
 void handleDeleteAllAction(CallList list) {

@@ -1,11 +1,28 @@
 // Deletion: all calls of the filter, what a search found, one row; and what brings the lists back into agreement.
 #pragma once
 
+#include "plugin/companion/visual.h"
 #include "plugin/rows/call_list.h"
 
 namespace recents {
 
 using rows::CallList;
+
+/// The confirmation menu, not shown yet; null when there is nothing to delete. Where days are shown its question names
+/// `day`, and the null marker stands in the place of null.
+objc::Strong<BlockActionSheet> makeDeletionSheet(const CallList& list, NSString day);
+/// Shows the menu over the screen.
+void showDeletionSheet(const CallList& list, BlockActionSheet sheet);
+/// Shows the indicator, whose own thread sends the selector to the screen.
+void showDeletingIndicator(const CallList& list, SEL deletion);
+/// The list of all calls loses what the deletion of a filter's calls took.
+void removeFromAllCalls(const CallList& list, Filter filter);
+/// Deletes the call of a row that has left the table already, by `deleteFromDatabase` on the default queue; puts it
+/// back where that refuses.
+using DatabaseDeletion = bool (*)(QVCallEntry entry, Filter filter);
+void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, DatabaseDeletion deleteFromDatabase);
+/// Deletes every call of the entry's day of that filter, and counts the day out.
+bool removeDayOf(QVCallEntry entry, Filter filter);
 
 /// Shows the confirmation menu; nothing when there is nothing to delete. Main thread. The sender is not used.
 void deleteAllAction(CallList list, objc::Object sender);

@@ -25,8 +25,8 @@ UIButton addScopeButton(UIView area, NSInteger tag, CGRect frame, UIImage image)
     return button;
 }
 
-void finishScopeButton(UIButton button, UISegmentedControl scope, CallListScreen screen, SEL action) {
-    button.addTarget(screen, action, UIControl::touchUpInside);
+void finishScopeButton(UIButton button, UISegmentedControl scope, objc::Object target, SEL action) {
+    button.addTarget(target, action, UIControl::touchUpInside);
     button.setHidden(true);
     button.setImageTintColor(scope.tintColor());
 }
@@ -69,24 +69,31 @@ UISegmentedControl scopeControl(const CallList& list) {
     return objc::send<"segmentControl:", UISegmentedControl>(list.screen, bar);
 }
 
-void prepareSearchBarScopeTitlesAndTintColor(CallList list) {
+void decorateScope(const CallList& list, const ScopeIcons& icons, objc::Object editTarget, SEL editAction) {
     auto scope = scopeControl(list);
     if (!scope) return;
     for (NSUInteger segment = 0; segment < rows::filterCount; ++segment)
-        scope.setImage(rows::filterIcon(segment), segment);
+        scope.setImage(icons.filters[segment], segment);
     CGRect frame = scope.frame();
     frame.origin.x = scopeMargin;
     frame.size.width = UIScreen::mainScreen().bounds().size.width - 2 * scopeMargin;
     scope.setFrame(frame);
 
     auto area = scope.superview();
-    auto deleteAll = addScopeButton(area, deleteAllButtonTag, deleteAllButtonFrame,
-                                    rows::productImage<"/Applications/Quorvel.app/delete_all_icon.png">());
+    auto deleteAll = addScopeButton(area, deleteAllButtonTag, deleteAllButtonFrame, icons.deleteAll);
     finishScopeButton(deleteAll, scope, list.screen, objc::selector<"deleteAllAction:">());
-    auto edit = addScopeButton(area, editButtonTag, editButtonFrame,
-                               rows::productImage<"/Applications/Quorvel.app/delete_icon.png">());
-    edit.setImage(rows::productImage<"/Applications/Quorvel.app/cancel.png">(), UIButton::selected);
-    finishScopeButton(edit, scope, list.screen, objc::selector<"editButtonClicked:">());
+    auto edit = addScopeButton(area, editButtonTag, editButtonFrame, icons.edit);
+    edit.setImage(icons.cancel, UIButton::selected);
+    finishScopeButton(edit, scope, editTarget, editAction);
+}
+
+void prepareSearchBarScopeTitlesAndTintColor(CallList list) {
+    decorateScope(list,
+                  {{rows::filterIcon(0), rows::filterIcon(1), rows::filterIcon(2), rows::filterIcon(3)},
+                   rows::productImage<"/Applications/Quorvel.app/delete_all_icon.png">(),
+                   rows::productImage<"/Applications/Quorvel.app/delete_icon.png">(),
+                   rows::productImage<"/Applications/Quorvel.app/cancel.png">()},
+                  list.screen, objc::selector<"editButtonClicked:">());
 }
 
 void makeSearchBar(const CallList& list) {

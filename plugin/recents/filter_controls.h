@@ -13,7 +13,18 @@ void handleSegmentControler(CallList list);
 UISegmentedControl segmentControl(CallList list, UIView view);
 /// The search display controller's bar's scope control; null without a search bar.
 UISegmentedControl scopeControl(const CallList& list);
-/// Puts icons in place of the scope's titles and the two hidden buttons beside it.
+/// What stands in and beside the scope control.
+struct ScopeIcons {
+    UIImage filters[4];
+    UIImage deleteAll;
+    UIImage edit;
+    UIImage cancel;  ///< the edit button's while it is selected
+};
+/// Puts the icons in place of the scope's titles and the two hidden buttons beside it; nothing without a scope control.
+/// The edit button sends `editAction` to `editTarget`.
+void decorateScope(const CallList& list, const ScopeIcons& icons, objc::Object editTarget, SEL editAction);
+/// The same with the product's icons, by path: puts icons in place of the scope's titles and the two hidden buttons
+/// beside it.
 void prepareSearchBarScopeTitlesAndTintColor(CallList list);
 /// Makes the search bar and its controller and gives them to the screen.
 void makeSearchBar(const CallList& list);

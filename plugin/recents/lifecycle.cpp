@@ -14,13 +14,6 @@
 namespace recents {
 namespace {
 
-void registerCells(UITableView table) {
-    table.registerClass(cls<QVUITableViewCell>(), text<"CellIdentifier">());
-    table.registerClass(cls<QVLoadMoreRecordsCell>(), text<"MoreCellIdentifier">());
-    table.registerHeaderFooterClass(objc::Object{objc::raw(objc::classNamed<"UITableViewHeaderFooterView">())},
-                                    text<"Header">());
-}
-
 void observeNotifications(CallListScreen screen) {
     auto center = NSNotificationCenter::defaultCenter();
     center.addObserver(screen, objc::selector<"newCallRecordAdded:">(),
@@ -39,6 +32,13 @@ void reloadOnQueue(CallListScreen screen) {
 }
 
 }  // namespace
+
+void registerCells(UITableView table) {
+    table.registerClass(cls<QVUITableViewCell>(), text<"CellIdentifier">());
+    table.registerClass(cls<QVLoadMoreRecordsCell>(), text<"MoreCellIdentifier">());
+    table.registerHeaderFooterClass(objc::Object{objc::raw(objc::classNamed<"UITableViewHeaderFooterView">())},
+                                    text<"Header">());
+}
 
 void viewDidLoad(CallList list) {
     host::setRecentsController(objc::as<PHRecentsViewController>(list.screen));

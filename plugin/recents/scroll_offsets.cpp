@@ -29,24 +29,7 @@ void resetScrollOffsets() {
 }
 
 void rememberScrollOffset(Filter filter, double offset) {
-    const auto narrowed = static_cast<float>(offset);
-    switch (filter) {
-        case Filter::All:
-            allCallsOffSetY = narrowed;
-            break;
-        case Filter::Dialled:
-            dldCallsOffSetY = narrowed;
-            break;
-        case Filter::Received:
-            rcdCallsOffSetY = narrowed;
-            break;
-        case Filter::Missed:
-            msdCallsOffSetY = narrowed;
-            break;
-        default:
-            break;
-    }
-    setAll(normalised({allCallsOffSetY, dldCallsOffSetY, rcdCallsOffSetY, msdCallsOffSetY}));
+    setAll(remembered({allCallsOffSetY, dldCallsOffSetY, rcdCallsOffSetY, msdCallsOffSetY}, filter, offset));
 }
 
 }  // namespace recents

@@ -32,9 +32,31 @@ constexpr ScrollOffsets normalised(ScrollOffsets offsets) {
             withoutBar(offsets.missed)};
 }
 
+/// The offsets after one was remembered for the filter (codes outside the four remember nothing).
+constexpr ScrollOffsets remembered(ScrollOffsets offsets, Filter filter, double offset) {
+    const auto narrowed = static_cast<float>(offset);
+    switch (filter) {
+        case Filter::All:
+            offsets.all = narrowed;
+            break;
+        case Filter::Dialled:
+            offsets.dialled = narrowed;
+            break;
+        case Filter::Received:
+            offsets.received = narrowed;
+            break;
+        case Filter::Missed:
+            offsets.missed = narrowed;
+            break;
+        default:
+            break;
+    }
+    return normalised(offsets);
+}
+
 /// Starts all four over: 0 where days are shown or there is no search bar, else the bar's height.
 void resetScrollOffsets();
-/// Remembers the offset for the filter (codes outside the four remember nothing), then normalises.
+/// Remembers the offset for the filter, then normalises.
 void rememberScrollOffset(Filter filter, double offset);
 
 }  // namespace recents

@@ -127,30 +127,36 @@ void searchTableView(CallList list) {
     if (!state.edition.finish(begun)) countRowsAgain(list);
 }
 
-bool shouldReloadForSearchString(CallList list, UISearchDisplayController, NSString) {
-    list.state.searching = true;
-    list.state.copyListOfItems.load()->removeAllObjects();
-    forgetLoadedMatches(list.state);
-    objc::send<"searchTableView">(list.screen);
-    objc::send<"refreshTableData">(list.screen);
-    return list.state.searching;
-}
-
-bool shouldReloadForSearchScope(CallList list, UISearchDisplayController controller, NSInteger scope) {
+void beginScope(const CallList& list, NSInteger scope) {
     auto& state = list.state;
     state.filterType = static_cast<std::int64_t>(filterOfSegment(scope));
     state.segmentedControl.load()->setSelectedSegmentIndex(scope);
     state.searching = true;
     state.copyListOfItems.load()->removeAllObjects();
+}
+
+void searchAfresh(const CallList& list) {
+    forgetLoadedMatches(list.state);
+    objc::send<"searchTableView">(list.screen);
+    objc::send<"refreshTableData">(list.screen);
+}
+
+bool shouldReloadForSearchString(CallList list, UISearchDisplayController, NSString) {
+    list.state.searching = true;
+    list.state.copyListOfItems.load()->removeAllObjects();
+    searchAfresh(list);
+    return list.state.searching;
+}
+
+bool shouldReloadForSearchScope(CallList list, UISearchDisplayController controller, NSInteger scope) {
+    beginScope(list, scope);
     auto results = controller.searchResultsTableView();
     if (results.isEditing()) {
         results.setEditing(false);
         objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, false, false);
     }
-    forgetLoadedMatches(state);
-    objc::send<"searchTableView">(list.screen);
-    objc::send<"refreshTableData">(list.screen);
-    return state.searching;
+    searchAfresh(list);
+    return list.state.searching;
 }
 
 void willBeginSearch(CallList list, UISearchDisplayController controller) {

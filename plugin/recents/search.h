@@ -13,6 +13,13 @@ void searchTableView(CallList list);
 /// main thread.
 void loadMoreSearchedRecords(CallList list);
 
+/// The same among the calls of one day, or with null of all days.
+void loadMoreMatches(const CallList& list, NSString day);
+/// Turns a search to the scope's filter, with nothing found yet. Main thread.
+void beginScope(const CallList& list, NSInteger scope);
+/// Searches from the start and shows what is found. Main thread.
+void searchAfresh(const CallList& list);
+
 // The search display controller's delegate. Main thread.
 bool shouldReloadForSearchString(CallList list, UISearchDisplayController controller, NSString text);
 bool shouldReloadForSearchScope(CallList list, UISearchDisplayController controller, NSInteger scope);

@@ -38,13 +38,15 @@ bool sameNameOrNumber(QVCallEntry left, QVCallEntry right) {
     return equalTexts(left.name(), right.name()) || equalTexts(left.phoneNumber(), right.phoneNumber());
 }
 
-void loadMoreSearchedRecords(CallList list) {
+void loadMoreSearchedRecords(CallList list) { loadMoreMatches(list, {}); }
+
+void loadMoreMatches(const CallList& list, NSString day) {
     auto& state = list.state;
     const auto begun = state.edition.begin();
     if (!state.searching) return;
     const Filter filter = state.filter();
     auto part = list.screen.searchDisplayController().searchBar().text();
-    auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(filter, part, {});
+    auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(filter, part, day);
     state.isAllRecsLoaded = true;
     auto found = state.copyListOfItems.load();
     auto fresh = notShownYet(fetched, found->copy());

@@ -44,19 +44,28 @@ void segmentAction(CallList list, UISegmentedControl control) {
     objc::send<"segMentBackGroundAction:">(list.screen, control);
 }
 
-void segMentBackGroundAction(CallList list, UISegmentedControl control) {
+void takeFilterOf(const CallList& list, UISegmentedControl control) {
     auto& state = list.state;
     // While the filter still names the list that is left.
     objc::send<"scrollViewDidEndDecelerating:">(list.screen, objc::Object{});
     state.rowCount = 0;
     state.filterType = static_cast<std::int64_t>(filterOfSegment(control.selectedSegmentIndex()));
+}
+
+void loadFilterLater(const CallList& list) {
+    dispatch::async(dispatch::globalQueue(dispatch::Priority::Background),
+                    [screen = objc::Strong(list.screen), &state = list.state] {
+                        loadFilter({screen, state});
+                    });
+}
+
+void segMentBackGroundAction(CallList list, UISegmentedControl control) {
+    auto& state = list.state;
+    takeFilterOf(list, control);
     state.srcList.store(listOfFilter(QVDataController::sharedInstance(), state.filter(),
                                      QVSettingsDataController::sharedInstance().isGroupByDate()));
     if (mayBeStale(list)) objc::send<"showHUD:">(list.screen, localized<"LOADING">());
-    dispatch::async(dispatch::globalQueue(dispatch::Priority::Background),
-                    [screen = objc::Strong(list.screen), &state] {
-                        loadFilter({screen, state});
-                    });
+    loadFilterLater(list);
 }
 
 void scrollViewDidEndDecelerating(CallList list, UIScrollView) {

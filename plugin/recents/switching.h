@@ -11,6 +11,10 @@ using rows::CallList;
 void segmentAction(CallList list, UISegmentedControl control);
 /// Switches to the control's filter and loads it on the background queue. Main thread.
 void segMentBackGroundAction(CallList list, UISegmentedControl control);
+/// The first step of a switch: remembers the offset of the list that is left, and takes the control's filter.
+void takeFilterOf(const CallList& list, UISegmentedControl control);
+/// The last steps: loads the filter's list on the background queue, then shows it on the main queue.
+void loadFilterLater(const CallList& list);
 /// Remembers how far the list is scrolled, for its filter.
 void scrollViewDidEndDecelerating(CallList list, UIScrollView scroll);
 /// Drops the companion's lists that the present mode does not show.

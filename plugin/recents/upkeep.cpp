@@ -29,13 +29,9 @@ bool holdsRecord(NSArray entries, int rowId) {
     return false;
 }
 
-bool deleteFromDatabase(QVCallEntry entry, Filter filter) {
-    auto calls = QVDataController::sharedInstance();
-    if (!QVSettingsDataController::sharedInstance().isGroupByDate()) return calls.removeData(entry, filter, {});
-    if (!calls.removeCallsFromDB(filter, entry.grpByDate())) return false;
-    calls.setAllCallsCount(calls.allCallsCount() - 1);
-    calls.setAllCallsDuration(0);
-    return true;
+bool removeCallOrDay(QVCallEntry entry, Filter filter) {
+    if (QVSettingsDataController::sharedInstance().isGroupByDate()) return removeDayOf(entry, filter);
+    return QVDataController::sharedInstance().removeData(entry, filter, {});
 }
 
 /// The database refused: the row comes back where it was, in the list that it was taken from. One that was read again
@@ -67,7 +63,7 @@ void searchOn(const CallList& list) {
     if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);
 }
 
-void deleteRow(const CallList& list, const TakenRow& taken) {
+void deleteRow(const CallList& list, const TakenRow& taken, DatabaseDeletion deleteFromDatabase) {
     auto& state = list.state;
     if (!deleteFromDatabase(taken.entry, taken.filter)) {
         putBack(list, taken);
@@ -110,13 +106,26 @@ void clearOtherFilters(QVDataController calls) {
 
 }  // namespace
 
+bool removeDayOf(QVCallEntry entry, Filter filter) {
+    auto calls = QVDataController::sharedInstance();
+    if (!calls.removeCallsFromDB(filter, entry.grpByDate())) return false;
+    calls.setAllCallsCount(calls.allCallsCount() - 1);
+    calls.setAllCallsDuration(0);
+    return true;
+}
+
 void removeRowData(CallList list, QVCallEntry entry, NSIndexPath path) {
+    removeRow(list, entry, path, &removeCallOrDay);
+}
+
+void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, DatabaseDeletion deleteFromDatabase) {
     if (!entry) return;
     TakenRow taken{objc::Strong(entry), path.row(), list.state.filter(), shownList(list.state)};
-    dispatch::async(dispatch::globalQueue(dispatch::Priority::Default),
-                    [screen = objc::Strong(list.screen), taken = std::move(taken), &state = list.state] {
-                        deleteRow({screen, state}, taken);
-                    });
+    dispatch::async(
+        dispatch::globalQueue(dispatch::Priority::Default),
+        [screen = objc::Strong(list.screen), taken = std::move(taken), &state = list.state, deleteFromDatabase] {
+            deleteRow({screen, state}, taken, deleteFromDatabase);
+        });
 }
 
 void removeCallsFromCallList(CallList list, NSMutableArray deleted) {

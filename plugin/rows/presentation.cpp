@@ -103,7 +103,7 @@ void didEndEditingRow(CallList list, UITableView, NSIndexPath) {
     objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, false, false);
 }
 
-void commitEditingStyle(CallList list, UITableView table, NSInteger style, NSIndexPath path) {
+objc::Strong<QVCallEntry> takeSwipedRow(const CallList& list, UITableView table, NSInteger style, NSIndexPath path) {
     CallListState& state = list.state;
     objc::Strong<QVCallEntry> entry;
     table.beginUpdates();
@@ -115,10 +115,19 @@ void commitEditingStyle(CallList list, UITableView table, NSInteger style, NSInd
         state.rowCount = left.rowCount;
     }
     table.endUpdates();
-    if (entry) objc::send<"removeRowData:indexPath:">(list.screen, entry.get(), path);
+    return entry;
+}
+
+void reloadSectionOf(UITableView table, NSIndexPath path) {
     table.reloadSections(NSIndexSet::indexSetWithIndex(static_cast<NSUInteger>(path.section())),
                          UITableView::rowAnimationNone);
-    if (state.rowCount < 1) objc::send<"refreshTableData">(list.screen);
+}
+
+void commitEditingStyle(CallList list, UITableView table, NSInteger style, NSIndexPath path) {
+    auto entry = takeSwipedRow(list, table, style, path);
+    if (entry) objc::send<"removeRowData:indexPath:">(list.screen, entry.get(), path);
+    reloadSectionOf(table, path);
+    if (list.state.rowCount < 1) objc::send<"refreshTableData">(list.screen);
 }
 
 CGFloat heightForRow(CallList list, UITableView, NSIndexPath path) {

@@ -9,6 +9,12 @@ namespace rows {
 /// The entry of a row: item `row` of what was found while searching, else of the list. Null past the end.
 objc::Strong<QVCallEntry> entryOfRow(const CallList& list, NSInteger row);
 
+/// Takes a swiped row out of its list, the table and the counts. Null where the list has no such row, and for another
+/// style than deletion, which takes nothing.
+objc::Strong<QVCallEntry> takeSwipedRow(const CallList& list, UITableView table, NSInteger style, NSIndexPath path);
+/// Loads the section of the path again, to bring its header and footer up to date.
+void reloadSectionOf(UITableView table, NSIndexPath path);
+
 // The Recents screen's data source and delegate.
 NSInteger numberOfRowsInSection(CallList list, UITableView table, NSInteger section);
 UITableViewCell cellForRow(CallList list, UITableView table, NSIndexPath path);
