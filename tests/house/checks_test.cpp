@@ -30,6 +30,7 @@ TEST(SourceTree, aFileOfTextIsReadByLinesUnderItsPathFromTheRoot) {
     write(root / "objc" / "send.h", "// Sends.\n\nint x;");
     write(root / "build" / "dev" / "generated.h", "left out");
     write(root / ".git" / "config", "left out");
+    write(root / "tests" / "objc" / "data" / "sample.txt", "left out \r\n");
     write(root / "picture.png", std::string_view("\x89PNG\0", 5));
     write(root / "a.cpp", "");
 
