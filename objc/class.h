@@ -248,6 +248,13 @@ class ClassDefinition {
         class_addMethod(class_, selector<name>(), implementation(&Thunk::call), Thunk::types.text);
         return *this;
     }
+    /// An instance method, carried out by a function that takes the peer, or the object's handle, first.
+    template <Name name, auto implementedBy>
+    ClassDefinition& function() {
+        using Thunk = detail::FreeThunk<implementedBy>;
+        class_addMethod(class_, selector<name>(), implementation(&Thunk::call), Thunk::types.text);
+        return *this;
+    }
     /// A class method, carried out by a function that takes the class first.
     template <Name name, auto function>
     ClassDefinition& classMethod() {

@@ -9,6 +9,11 @@ struct UIBarButtonItem : NSObject {
     static constexpr NSInteger trash = 16;
     static constexpr NSInteger done = 2;
 
+    /// The appearance of items inside search bars; it takes setTintColor().
+    static UIBarButtonItem appearanceInSearchBars() {
+        return objc::sendVariadic<"appearanceWhenContainedIn:", UIBarButtonItem>(
+            cls<UIBarButtonItem>(), cls<UISearchBar>(), static_cast<void*>(nullptr));
+    }
     static objc::Strong<UIBarButtonItem> makeSystemItem(NSInteger item, Object target, SEL action) {
         return objc::make<UIBarButtonItem, "initWithBarButtonSystemItem:target:action:">(
             objc::classNamed<"UIBarButtonItem">(), item, target, action);
@@ -17,6 +22,9 @@ struct UIBarButtonItem : NSObject {
         return objc::make<UIBarButtonItem, "initWithImage:style:target:action:">(objc::classNamed<"UIBarButtonItem">(),
                                                                                  image, style, target, action);
     }
+    Object target() const { return objc::send<"target", Object>(*this); }
+    SEL action() const { return objc::send<"action", SEL>(*this); }
+    void setTintColor(UIColor color) const { objc::send<"setTintColor:">(*this, color); }
 };
 
 struct UINavigationItem : NSObject {

@@ -12,6 +12,8 @@ struct UIColor : NSObject {
     }
     /// From 24 bits, red first. The companion brings this method.
     static UIColor colorWithHex(NSInteger hex) { return objc::send<"colorWithHex:", UIColor>(cls<UIColor>(), hex); }
+    static UIColor whiteColor() { return objc::send<"whiteColor", UIColor>(cls<UIColor>()); }
+    static UIColor clearColor() { return objc::send<"clearColor", UIColor>(cls<UIColor>()); }
     static UIColor darkGrayColor() { return objc::send<"darkGrayColor", UIColor>(cls<UIColor>()); }
 };
 
@@ -49,6 +51,9 @@ struct UIView : NSObject {
     void setNeedsDisplay() const { objc::send<"setNeedsDisplay">(*this); }
     void setUserInteractionEnabled(bool enabled) const { objc::send<"setUserInteractionEnabled:">(*this, enabled); }
     UIColor tintColor() const { return objc::send<"tintColor", UIColor>(*this); }
+    void setTintColor(UIColor color) const { objc::send<"setTintColor:">(*this, color); }
+    void setBackgroundColor(UIColor color) const { objc::send<"setBackgroundColor:">(*this, color); }
+    bool becomeFirstResponder() const { return objc::send<"becomeFirstResponder", bool>(*this); }
 };
 
 struct UIWindow : UIView {

@@ -2,6 +2,7 @@
 // methods the type string of the product's own form. Reading this is reading the product.
 #include "plugin/installation_table.h"
 
+#include "plugin/datelog/date_log_screen.h"
 #include "plugin/detail/history_screen.h"
 #include "plugin/host/application.h"
 #include "plugin/host/install.h"
@@ -124,7 +125,7 @@ void installMethods() {
     if (Class application = objc::classNamed<"PhoneApplication">()) installOnApplication(application);
     if (Class screen = objc::classNamed<"PHRecentsViewController">()) {
         rows::registerSnapshotList();
-        objc::registerClasses<history::HistoryScreen>();
+        objc::registerClasses<history::HistoryScreen, datelog::DateLogScreen>();
         installProgressIndicator(screen);
         installLifecycle(screen);
         installList(screen);

@@ -59,7 +59,17 @@ void BarButtonItem::define(objc::ClassDefinition<BarButtonItem>& definition) {
         .method<"setEnabled:", &BarButtonItem::setEnabled>()
         .method<"tag", &BarButtonItem::tag>()
         .method<"setTag:", &BarButtonItem::setTag>()
+        .method<"target", &BarButtonItem::target>()
+        .method<"action", &BarButtonItem::action>()
+        .method<"tintColor", &BarButtonItem::tintColor>()
+        .method<"setTintColor:", &BarButtonItem::setTintColor>()
         .method<"fire", &BarButtonItem::fire>();
+    definition.classMethod<"appearanceWhenContainedIn:", &BarButtonItem::appearance>();
+}
+
+objc::Object BarButtonItem::appearance(Class, objc::Object) {
+    static auto* const shared = new objc::Ref<BarButtonItem>(objc::Ref<BarButtonItem>::make());
+    return objc::Object{shared->self()};
 }
 
 objc::Object BarButtonItem::remember(objc::Object target, SEL action) {

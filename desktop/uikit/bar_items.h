@@ -32,6 +32,13 @@ class BarButtonItem : public objc::PeerBase {
     void setEnabled(bool enabled) { enabled_ = enabled; }
     long tag() const { return tag_; }
     void setTag(long tag) { tag_ = tag; }
+    objc::Object target() const { return objc::Object{target_}; }
+    SEL action() const { return action_; }
+    /// `appearanceWhenContainedIn:`, whatever the containers: what stands for the items of search bars, the only ones
+    /// that follow an appearance here. Its tint is for bars that have a colour of their own.
+    static objc::Object appearance(Class cls, objc::Object container);
+    objc::Object tintColor() const { return tintColor_; }
+    void setTintColor(objc::Object color) { tintColor_ = objc::Strong<>(color); }
 
     /// Sends the action to the target, as a tap does.
     void fire();
@@ -51,6 +58,7 @@ class BarButtonItem : public objc::PeerBase {
     SEL action_ = nullptr;
     objc::Strong<> title_;
     objc::Strong<> image_;
+    objc::Strong<> tintColor_;
     objc::Ref<View> customView_;
 };
 

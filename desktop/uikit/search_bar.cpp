@@ -2,6 +2,7 @@
 #include "desktop/uikit/search_bar.h"
 
 #include "desktop/uikit/application.h"
+#include "desktop/uikit/bar_items.h"
 
 namespace uikit {
 namespace {
@@ -22,6 +23,8 @@ void SearchBar::define(objc::ClassDefinition<SearchBar>& definition) {
         .method<"setScopeButtonTitles:", &SearchBar::setScopeButtonTitles>()
         .method<"selectedScopeButtonIndex", &SearchBar::selectedScopeButtonIndex>()
         .method<"setSelectedScopeButtonIndex:", &SearchBar::setSelectedScopeButtonIndex>()
+        .method<"barTintColor", &SearchBar::barTintColor>()
+        .method<"setBarTintColor:", &SearchBar::setBarTintColor>()
         .method<"showsScopeBar", &SearchBar::showsScopeBar>()
         .method<"setShowsScopeBar:", &SearchBar::setShowsScopeBar>()
         .method<"showsCancelButton", &SearchBar::showsCancelButton>()
@@ -75,6 +78,11 @@ void SearchBar::setScopeButtonTitles(objc::Object titles) {
     scope_->setSelectedSegmentIndex(count > 0 ? 0 : SegmentedControl::noSegment);
 }
 
+void SearchBar::setBarTintColor(objc::Object color) {
+    barTintColor_ = objc::Strong<>(color);
+    setBackgroundColor(color ? color : uiColor(barColor));
+}
+
 void SearchBar::setSelectedScopeButtonIndex(long index) { scope_->setSelectedSegmentIndex(index); }
 
 void SearchBar::scopeTouched(objc::Object) {
@@ -91,6 +99,9 @@ void SearchBar::setShowsCancelButtonAnimated(bool shows, bool animated) {
     if (shows == showsCancel_) return;
     showsCancel_ = shows;
     cancelButton_->setHidden(!shows);
+    // On the standard, light ground the appearance's white would not be seen.
+    if (barTintColor_)
+        cancelButton_->setTintColor(objc::send<"tintColor", objc::Object>(BarButtonItem::appearance({}, {})));
     setNeedsLayout();
     if (!animated || !shows) return;
     const objc::Ref<Button> button = cancelButton_;

@@ -68,6 +68,9 @@ class SearchBar : public View {
     long selectedScopeButtonIndex() const { return scope_->selectedSegmentIndex(); }
     /// Tells nobody; a touch does.
     void setSelectedScopeButtonIndex(long index);
+    objc::Object barTintColor() const { return barTintColor_; }
+    /// The bar's ground; null for the standard one.
+    void setBarTintColor(objc::Object color);
     bool showsScopeBar() const { return showsScope_; }
     void setShowsScopeBar(bool shows);
     bool showsCancelButton() const { return showsCancel_; }
@@ -103,6 +106,7 @@ class SearchBar : public View {
     objc::Ref<View> scopeArea_;
     objc::Ref<SegmentedControl> scope_;
     objc::Strong<> scopeTitles_;
+    objc::Strong<> barTintColor_;
     bool showsScope_ = false;
     bool showsCancel_ = false;
     Listener listener_;

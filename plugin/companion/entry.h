@@ -7,16 +7,26 @@ struct QVCallEntry : NSObject {
     static constexpr objc::Name className{"QVCallEntry"};
 
     int ROWID() const { return objc::send<"ROWID", int>(*this); }
+    void setROWID(int rowId) const { objc::send<"setROWID:">(*this, rowId); }
     int iLogOID() const { return objc::send<"iLogOID", int>(*this); }
+    void setILogOID(int identity) const { objc::send<"setILogOID:">(*this, identity); }
     /// The call table's flags: direction and kind.
     int flag() const { return objc::send<"flag", int>(*this); }
     void setFlag(int flag) const { objc::send<"setFlag:">(*this, flag); }
     NSString phoneNumber() const { return objc::send<"phoneNumber", NSString>(*this); }
+    void setPhoneNumber(NSString number) const { objc::send<"setPhoneNumber:">(*this, number); }
     NSString name() const { return objc::send<"name", NSString>(*this); }
+    void setName(NSString name) const { objc::send<"setName:">(*this, name); }
+    NSString phoneLabel() const { return objc::send<"phoneLabel", NSString>(*this); }
+    void setPhoneLabel(NSString label) const { objc::send<"setPhoneLabel:">(*this, label); }
+    bool isDeleted() const { return objc::send<"isDeleted", bool>(*this); }
+    void setIsDeleted(bool deleted) const { objc::send<"setIsDeleted:">(*this, deleted); }
     /// The contact's record in the address book; -1 without a contact.
     int abRecID() const { return objc::send<"abRecID", int>(*this); }
+    void setAbRecID(int record) const { objc::send<"setAbRecID:">(*this, record); }
     /// Seconds since the start of 1970.
     int date() const { return objc::send<"date", int>(*this); }
+    void setDate(int seconds) const { objc::send<"setDate:">(*this, seconds); }
     /// Seconds.
     int duration() const { return objc::send<"duration", int>(*this); }
     void setDuration(int seconds) const { objc::send<"setDuration:">(*this, seconds); }

@@ -10,6 +10,7 @@ struct QuorvelUtils : NSObject {
     static NSString getLocalizedString(NSString key) {
         return objc::send<"getLocalizedString:", NSString>(cls<QuorvelUtils>(), key);
     }
+    static bool canAccessAddressBook() { return objc::send<"canAccessAddressBook", bool>(cls<QuorvelUtils>()); }
     /// The contact's picture where it is in memory already, else nil. Any thread.
     static UIImage getContactImageFromCache(int record) {
         return objc::send<"getContactImageFromCache:", UIImage>(cls<QuorvelUtils>(), record);

@@ -112,19 +112,22 @@ void makeSearchBar(const CallList& list) {
     objc::send<"prepareSearchBarScopeTitlesAndTintColor">(list.screen);
 }
 
-void handleEnableDisableSearchAction(CallList list, bool settle) {
-    auto settings = QVSettingsDataController::sharedInstance();
+void showSearchBar(const CallList& list, bool settle) {
     auto table = list.screen.table();
-    if (!settings.isEnableCallSearch() || settings.isGroupByDate()) {
-        table.setTableHeaderView({});
-        return;
-    }
     if (!table.tableHeaderView()) table.setTableHeaderView(list.screen.searchDisplayController().searchBar());
     const CGFloat offset = table.contentOffset().y;
     if (offset == 0)
         table.setContentOffset({0, searchBarOffset}, false);
     else if (offset < 0 && settle)
         table.setContentOffset({0, offset + table.tableHeaderView().frame().size.height}, false);
+}
+
+void handleEnableDisableSearchAction(CallList list, bool settle) {
+    auto settings = QVSettingsDataController::sharedInstance();
+    if (settings.isEnableCallSearch() && !settings.isGroupByDate())
+        showSearchBar(list, settle);
+    else
+        list.screen.table().setTableHeaderView({});
 }
 
 }  // namespace recents

@@ -28,6 +28,8 @@ void decorateScope(const CallList& list, const ScopeIcons& icons, objc::Object e
 void prepareSearchBarScopeTitlesAndTintColor(CallList list);
 /// Makes the search bar and its controller and gives them to the screen.
 void makeSearchBar(const CallList& list);
+/// Puts the search bar above the rows where it is not, and scrolls it out of sight as below.
+void showSearchBar(const CallList& list, bool settle);
 /// Shows or takes away the search bar as the settings want it; a bar that comes into view at the very top is scrolled
 /// out of sight.
 void handleEnableDisableSearchAction(CallList list, bool settle);

@@ -63,13 +63,18 @@ void handleLoadMoreRecordsAction(CallList list, QVLoadMoreRecordsCell cell) {
 }
 
 void loadMoreRecordsAction(CallList list) {
+    const Filter filter = list.state.filter();
+    loadMoreOf(list, filter,
+               listOfFilter(QVDataController::sharedInstance(), filter,
+                            QVSettingsDataController::sharedInstance().isGroupByDate()));
+}
+
+void loadMoreOf(const CallList& list, Filter filter, NSMutableArray of) {
     auto& state = list.state;
     const auto begun = state.edition.begin();
-    const Filter filter = state.filter();
     auto settings = QVSettingsDataController::sharedInstance();
-    const bool byDate = settings.isGroupByDate();
-    state.srcList.store(listOfFilter(QVDataController::sharedInstance(), filter, byDate));
-    auto shown = state.srcList.load();
+    const auto shown = objc::Strong(of);
+    state.srcList.store(shown);
     const std::int64_t pageSize = settings.minRec_Call();
     const PagingPlan plan =
         planNextPage({state.rowCount, pageSize, static_cast<std::int64_t>(shown->count()), state.totalCount});
@@ -77,7 +82,7 @@ void loadMoreRecordsAction(CallList list) {
         readPage(list, filter, pageSize, shown);
     else
         state.rowCount = plan.rowCount;
-    rememberPaging(state, filter, byDate);
+    rememberPaging(state, filter, settings.isGroupByDate());
     if (!state.edition.finish(begun)) countRowsAgain(list);
 }
 

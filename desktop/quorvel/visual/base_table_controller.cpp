@@ -35,6 +35,8 @@ void BaseTableController::define(objc::ClassDefinition<BaseTableController>& def
 void BaseTableController::viewDidLoad() {
     auto bar = objc::Ref<uikit::SearchBar>::make<"initWithFrame:">(searchBarFrame);
     bar->setPlaceholder(uikit::nsString(sources().text("SEARCH_CALL_HISTORY")));
+    // The screens made from this one tint the bar's controls white.
+    bar->setBarTintColor(uikit::uiColor(uikit::palette::brand));
     auto titles = objc::make<objc::Object>(objc::classNamed<"NSMutableArray">());
     for (const char* title : {"All", "Dialed", "Received", "Missed"})
         objc::send<"addObject:">(titles.get(), uikit::nsString(title));
