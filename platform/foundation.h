@@ -77,12 +77,29 @@ struct NSNumber : NSObject {
     static NSNumber numberWithInt(int value) { return objc::send<"numberWithInt:", NSNumber>(cls<NSNumber>(), value); }
 };
 
+struct NSDate : NSObject {
+    static constexpr objc::Name className{"NSDate"};
+
+    static NSDate dateWithTimeIntervalSince1970(double seconds) {
+        return objc::send<"dateWithTimeIntervalSince1970:", NSDate>(cls<NSDate>(), seconds);
+    }
+};
+
+struct NSDateFormatter : NSObject {
+    static constexpr objc::Name className{"NSDateFormatter"};
+
+    void setDateFormat(NSString format) const { objc::send<"setDateFormat:">(*this, format); }
+    NSString stringFromDate(NSDate date) const { return objc::send<"stringFromDate:", NSString>(*this, date); }
+};
+
 struct NSURL : NSObject {
     static constexpr objc::Name className{"NSURL"};
 
     /// Null when the text is no address.
     static NSURL URLWithString(NSString text) { return objc::send<"URLWithString:", NSURL>(cls<NSURL>(), text); }
 };
+
+struct NSMutableArray;
 
 struct NSArray : NSObject {
     static constexpr objc::Name className{"NSArray"};
@@ -96,6 +113,7 @@ struct NSArray : NSObject {
         return objc::send<"objectAtIndex:", T>(*this, index);
     }
     objc::Strong<NSArray> copy() const { return objc::Strong<NSArray>::adopt(objc::send<"copy", NSArray>(*this)); }
+    objc::Strong<NSMutableArray> mutableCopy() const;
 };
 
 struct NSMutableArray : NSArray {
@@ -115,11 +133,19 @@ struct NSMutableArray : NSArray {
     void removeAllObjects() const { objc::send<"removeAllObjects">(*this); }
 };
 
+inline objc::Strong<NSMutableArray> NSArray::mutableCopy() const {
+    return objc::Strong<NSMutableArray>::adopt(objc::send<"mutableCopy", NSMutableArray>(*this));
+}
+
 struct NSMutableDictionary : NSObject {
     static constexpr objc::Name className{"NSMutableDictionary"};
 
     static objc::Strong<NSMutableDictionary> make() {
         return objc::make<NSMutableDictionary>(objc::classNamed<"NSMutableDictionary">());
+    }
+    static objc::Strong<NSMutableDictionary> makeWithCapacity(NSUInteger capacity) {
+        return objc::make<NSMutableDictionary, "initWithCapacity:">(objc::classNamed<"NSMutableDictionary">(),
+                                                                    capacity);
     }
     /// Null where the key has no value, and for a null key.
     template <objc::Handle T = objc::Object>

@@ -66,6 +66,8 @@ struct UINavigationController : UIViewController {
     static constexpr objc::Name className{"UINavigationController"};
 
     NSArray viewControllers() const { return objc::send<"viewControllers", NSArray>(*this); }
+    /// Without animation.
+    void setViewControllers(NSArray controllers) const { objc::send<"setViewControllers:">(*this, controllers); }
     void pushViewController(UIViewController controller, bool animated) const {
         objc::send<"pushViewController:animated:">(*this, controller, animated);
     }

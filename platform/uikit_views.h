@@ -172,6 +172,9 @@ struct UITableView : UIScrollView {
     void deleteRows(NSArray paths, NSInteger animation) const {
         objc::send<"deleteRowsAtIndexPaths:withRowAnimation:">(*this, paths, animation);
     }
+    void deselectRow(NSIndexPath path, bool animated) const {
+        objc::send<"deselectRowAtIndexPath:animated:">(*this, path, animated);
+    }
     void beginUpdates() const { objc::send<"beginUpdates">(*this); }
     void endUpdates() const { objc::send<"endUpdates">(*this); }
     bool isEditing() const { return objc::send<"isEditing", bool>(*this); }

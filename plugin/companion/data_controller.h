@@ -78,6 +78,10 @@ struct QVDataController : NSObject {
     void removeEntriesFromCallList(QVCallEntry entry, Filter filter) const {
         objc::send<"removeEntriesFromCallList:calFilterType:">(*this, entry, filter);
     }
+    /// The calls that a query over the call table finds, one each row; empty for a query that fails or is not one
+    /// reading statement. The list is the caller's to change.
+    NSMutableArray getResult(NSString query) const { return objc::send<"getResult:", NSMutableArray>(*this, query); }
+
     // The history of one contact or number.
     /// All calls of the entry's contact or number, newest first.
     NSArray getHistoryForContact(QVCallEntry entry) const {

@@ -19,6 +19,8 @@ struct QVCallEntry : NSObject {
     void setName(NSString name) const { objc::send<"setName:">(*this, name); }
     NSString phoneLabel() const { return objc::send<"phoneLabel", NSString>(*this); }
     void setPhoneLabel(NSString label) const { objc::send<"setPhoneLabel:">(*this, label); }
+    /// Where the caller is, as far as the number tells; may be null.
+    NSString location() const { return objc::send<"location", NSString>(*this); }
     bool isDeleted() const { return objc::send<"isDeleted", bool>(*this); }
     void setIsDeleted(bool deleted) const { objc::send<"setIsDeleted:">(*this, deleted); }
     /// The contact's record in the address book; -1 without a contact.

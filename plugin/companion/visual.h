@@ -21,6 +21,19 @@ struct QVLoadMoreRecordsCell : UITableViewCell {
     static constexpr objc::Name className{"QVLoadMoreRecordsCell"};
 };
 
+/// Above a person's card: the calls of the day, and the way to all of them.
+struct QVRecentsPersonPhoneHeaderView : UIView {
+    static constexpr objc::Name className{"QVRecentsPersonPhoneHeaderView"};
+
+    static objc::Strong<QVRecentsPersonPhoneHeaderView> makeWithFrame(CGRect frame) {
+        return objc::make<QVRecentsPersonPhoneHeaderView, "initWithFrame:">(objc::classNamed<className>(), frame);
+    }
+    /// Entries, newest first.
+    void setCallRecords(NSArray entries) const { objc::send<"setCallRecords:">(*this, entries); }
+    /// Not retained. It is sent `showLogAction:` and `detailsButotnClicked` by the view's buttons.
+    void setDelegate(Object delegate) const { objc::send<"setDelegate:">(*this, delegate); }
+};
+
 struct MBProgressHUD : UIView {
     static constexpr objc::Name className{"MBProgressHUD"};
 

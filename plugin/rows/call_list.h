@@ -3,6 +3,7 @@
 #pragma once
 
 #include "objc/strong_slot.h"
+#include "platform/addressbook.h"
 #include "platform/uikit_screens.h"
 #include "plugin/companion/entry.h"
 #include "plugin/companion/filter.h"
@@ -43,6 +44,10 @@ struct CallListState {
     objc::StrongSlot<NSMutableArray> dldCallsCopyList;
     objc::StrongSlot<NSMutableArray> rcdCallsCopyList;
     objc::StrongSlot<NSMutableArray> msdCallsCopyList;
+
+    objc::StrongSlot<QVCallEntry> selEntry;  ///< opened last
+    /// The person of the entry that was opened last and had one: a later entry without a contact leaves it there.
+    objc::StrongSlot<ABPerson> selContact;
 
     objc::StrongSlot<NSString> totalDuration;
     objc::StrongSlot<UISegmentedControl> segmentedControl;
