@@ -1,4 +1,4 @@
-// The load-more arithmetic.
+// The load-more arithmetic: its stated cases, and a plain model.
 #include "plugin/recents/paging_rule.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 namespace {
 
 using recents::isShortPage;
+using recents::PagingSituation;
 using recents::planNextPage;
 
 TEST(NextPage, isReadWhenMemoryDoesNotHoldIt) {
@@ -44,6 +45,57 @@ TEST(NextPage, neverShowsMoreThanIsLoaded) {
         const auto rowCount = *rc::gen::inRange<std::int64_t>(0, loaded + 1);
         const auto plan = planNextPage({rowCount, *rc::gen::inRange<std::int64_t>(1, 30), loaded, any()});
         if (!plan.read) RC_ASSERT(plan.rowCount <= loaded && plan.rowCount >= rowCount);
+    }));
+}
+
+/// The rule as it is stated, step by step.
+std::int64_t plainRows(const PagingSituation& now, bool& read) {
+    std::int64_t rowCount = now.rowCount;
+    read = false;
+    if (now.loaded >= now.total) {
+        if (now.loaded > now.pageSize) rowCount += now.pageSize;
+        if (rowCount > now.loaded) rowCount = now.loaded;
+        return rowCount;
+    }
+    const std::int64_t next = rowCount + now.pageSize;
+    if (next <= now.loaded) return next;
+    read = true;
+    return rowCount;
+}
+
+TEST(NextPage, agreesWithThePlainRuleEverywhere) {
+    EXPECT_TRUE(rc::check([] {
+        const auto any = [] { return *rc::gen::inRange<std::int64_t>(0, 12); };
+        const PagingSituation now{any(), any(), any(), any()};
+        bool read = false;
+        const auto rowCount = plainRows(now, read);
+        const auto plan = planNextPage(now);
+        RC_ASSERT(plan.read == read);
+        RC_ASSERT(plan.rowCount == rowCount);
+    }));
+}
+
+// Pages of a database that does not change: every row is shown once the load-more row has gone, and no page needs the
+// total counted again.
+TEST(NextPages, leadToTheEndOfAListThatStandsStill) {
+    EXPECT_TRUE(rc::check([] {
+        const auto total = *rc::gen::inRange<std::int64_t>(1, 200);
+        const auto pageSize = *rc::gen::inRange<std::int64_t>(1, 40);
+        std::int64_t loaded = std::min(total, pageSize);
+        std::int64_t rowCount = loaded;
+        for (int step = 0; rowCount < total; ++step) {
+            RC_ASSERT(step < 200);
+            const auto plan = planNextPage({rowCount, pageSize, loaded, total});
+            if (!plan.read) {
+                rowCount = plan.rowCount;
+                continue;
+            }
+            const auto before = rowCount;
+            loaded = std::min(total, rowCount + pageSize);
+            rowCount = loaded;
+            RC_ASSERT(!isShortPage(before, rowCount, pageSize, total));
+        }
+        RC_ASSERT(rowCount == total);
     }));
 }
 
