@@ -106,13 +106,17 @@ TEST_F(PagingTest, groupedByContactCallsInARowAreOneEntry) {
     EXPECT_EQ(entry(list(all), 2).count, 2);
 }
 
-TEST_F(PagingTest, theCallsOfADayAreReadFromTheOffsetOn) {
+TEST_F(PagingTest, theCallsOfADayAreReadFromWhereTheListEnds) {
     add({{"1", noon}, {"2", noon + 60}, {"3", noon + day}});
     objc::send<"readCallsForDate:offset:flag:date:">(object(), objc::Object{}, std::int64_t{0}, all, ns("2024-06-15"));
     EXPECT_EQ(rowIds(list(all)), (std::vector{2, 1}));
     objc::send<"readCallsForDate:offset:flag:date:">(object(), objc::Object{}, std::int64_t{1}, received,
                                                      ns("2024-06-15"));
-    EXPECT_EQ(rowIds(list(received)), (std::vector{1}));
+    EXPECT_EQ(rowIds(list(received)), (std::vector{2, 1}));
+    add({{"4", noon - 60}});
+    objc::send<"readCallsForDate:offset:flag:date:">(object(), objc::Object{}, std::int64_t{2}, received,
+                                                     ns("2024-06-15"));
+    EXPECT_EQ(rowIds(list(received)), (std::vector{2, 1, 4}));
 }
 
 /// The rows of a list as a slow reader would make them: the row identifier and the number of calls of each.

@@ -2,6 +2,7 @@
 #include "tests/screens/fixture.h"
 
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 
 #include "desktop/dispatch/clock.h"
@@ -123,6 +124,12 @@ std::vector<std::string> ScreenTest::stack() const {
 int ScreenTest::deletionsAnnounced() {
     settle();
     return std::exchange(deletionsHeard, 0);
+}
+
+void ScreenTest::denyAddressBook() {
+    const auto contacts = open(folder_).contacts();
+    std::filesystem::create_directories(contacts);
+    std::ofstream(contacts / "denied") << "";
 }
 
 void ScreenTest::closeDatabase() { quorvel::closeCompanion(); }

@@ -67,6 +67,8 @@ class ScreenTest : public testing::Test {
     static QVSettingsDataController settings() { return QVSettingsDataController::sharedInstance(); }
     /// How often a deletion was announced to other processes since the last call.
     int deletionsAnnounced();
+    /// Contacts may not be read from now on.
+    void denyAddressBook();
     /// The database refuses everything from now on.
     void closeDatabase();
     /// What is in the log, newest first, as "address date flags duration".

@@ -148,7 +148,7 @@ void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_
     if (!isAppended && first > 0) replaceByTop(list, filter, mode, end);
 }
 
-void DataService::readCallsForDate(objc::Object, std::int64_t offset, std::int64_t code, objc::Object day) {
+void DataService::readCallsForDate(objc::Object, std::int64_t, std::int64_t code, objc::Object day) {
     if (!store_ || !day) return;
     const std::lock_guard lock(filling_);
     const store::Filter filter = store::filterOf(code);
@@ -156,7 +156,8 @@ void DataService::readCallsForDate(objc::Object, std::int64_t offset, std::int64
     List& list = lists_[static_cast<int>(filter) - 1];
     const auto held = static_cast<std::int64_t>(arrayIn(list)->count());
     const std::string text = uikit::utf8(day);
-    const auto page = store_->dayPage(filter, mode, text, std::max(offset, held), store::noLimit);
+    // From where the list ends, whatever offset the caller remembers: a list that was emptied since begins anew.
+    const auto page = store_->dayPage(filter, mode, text, held, store::noLimit);
     if (!page) return report("the day's calls could not be read", page.error());
     if (held == 0) list.day = text;
     append(list, *page, mode);
