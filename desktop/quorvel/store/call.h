@@ -1,6 +1,7 @@
 // The vocabulary of the call log: filters, modes, a call as it is read and as it is written.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -107,6 +108,29 @@ struct Page {
     std::vector<CallRecord> rows;
     Cursor next;         ///< Where the next page begins; unchanged where nothing was read.
     bool atEnd = false;  ///< No row follows.
+};
+
+/// How long a deleted call can be had back.
+constexpr std::chrono::seconds keptAsideFor = std::chrono::hours(24 * 30);
+
+/// A call that was deleted and is kept aside.
+struct DeletedCall {
+    CallRecord call;             ///< As it was; its row identifier is given to no other call.
+    std::int64_t deletedAt = 0;  ///< Seconds since 1970 in UTC.
+    friend bool operator==(const DeletedCall&, const DeletedCall&) = default;
+};
+
+struct DeletedPage {
+    std::vector<DeletedCall> rows;
+    Cursor next;         ///< Where the next page begins; unchanged where nothing was read.
+    bool atEnd = false;  ///< No row follows.
+};
+
+/// Whose calls are meant: the contact's, where there is one, and those without a contact that have one of the
+/// addresses.
+struct Correspondent {
+    std::int32_t contactId = noContact;
+    std::vector<std::string> addresses;
 };
 
 struct Totals {

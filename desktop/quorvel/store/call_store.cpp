@@ -3,6 +3,7 @@
 #include "desktop/quorvel/store/call_store.h"
 
 #include <algorithm>
+#include <set>
 
 #include "desktop/quorvel/store/call_store_impl.h"
 #include "desktop/quorvel/store/local_days.h"
@@ -22,6 +23,12 @@ std::int64_t requireDay(std::string_view text) {
     if (const auto day = dayOfText(text)) return *day;
     throw Failure{{ErrorKind::badInput,
                    "\"" + std::string(text) + "\" is not a day. Give it as yyyy-MM-dd; nothing was changed."}};
+}
+
+/// The contact, or the address where there is no contact.
+Correspondent correspondent(std::int32_t contactId, std::string_view address) {
+    if (contactId != noContact) return {contactId, {}};
+    return {noContact, {std::string(address)}};
 }
 
 }  // namespace
@@ -90,7 +97,12 @@ Result<Page> CallStore::search(Filter filter, std::string_view text, std::option
 
 Result<std::vector<CallRecord>> CallStore::history(Filter filter, std::int32_t contactId,
                                                    std::string_view address) const {
-    return impl_->read([&](Reader& reader) { return reader.history(filter, contactId, address); });
+    return impl_->read([&](Reader& reader) { return reader.history(filter, correspondent(contactId, address)); });
+}
+
+Result<Page> CallStore::history(Filter filter, const Correspondent& with, const Cursor& after,
+                                std::int64_t limit) const {
+    return impl_->read([&](Reader& reader) { return reader.historyPage(filter, with, after, limit); });
 }
 
 Result<std::optional<CallRecord>> CallStore::remaining(Filter filter, Mode mode, const CallRecord& row) const {
@@ -162,11 +174,33 @@ Result<std::int64_t> CallStore::deleteHistory(Filter filter, std::int32_t contac
         const bool onOneDay = day.has_value();
         const std::int64_t number = onOneDay ? requireDay(*day) : 0;
         std::vector<std::int64_t> rowIds;
-        for (const CallRow& row : reader.historyRows(filter, contactId, address)) {
+        for (const CallRow& row : reader.historyRows(filter, correspondent(contactId, address))) {
             if (!onOneDay || row.day == number) rowIds.push_back(row.rowId);
         }
         return writer.erase(bounded(std::move(rowIds), bound));
     });
+}
+
+Result<std::int64_t> CallStore::deleteHistory(Filter filter, const Correspondent& with, std::int64_t bound) {
+    return impl_->write([&](CallWriter& writer, Reader& reader) {
+        std::vector<std::int64_t> rowIds;
+        for (const CallRow& row : reader.historyRows(filter, with)) rowIds.push_back(row.rowId);
+        return writer.erase(bounded(std::move(rowIds), bound));
+    });
+}
+
+Result<DeletedPage> CallStore::deletedCalls(const Cursor& after, std::int64_t limit) const {
+    return impl_->read([&](Reader& reader) { return reader.deletedCalls(after, limit, impl_->moment()); });
+}
+
+Result<std::int64_t> CallStore::undelete(std::span<const std::int64_t> rowIds) {
+    return impl_->write([&](CallWriter& writer, Reader&) {
+        return writer.putBack(bounded({rowIds.begin(), rowIds.end()}, anyRowId));
+    });
+}
+
+Result<std::int64_t> CallStore::undeleteAll() {
+    return impl_->write([](CallWriter& writer, Reader&) { return writer.putBackAll(); });
 }
 
 Result<std::int64_t> CallStore::append(const NewCall& call) {
@@ -176,12 +210,25 @@ Result<std::int64_t> CallStore::append(const NewCall& call) {
 
 Result<std::int64_t> CallStore::link(std::string_view address, std::int32_t contactId, std::string_view name,
                                      std::string_view label) {
-    NewCall named;
-    named.address = address;
-    named.name = name;
-    named.label = label;
-    if (const auto objection = objectionTo(named)) return *objection;
-    return impl_->write([&](CallWriter& writer, Reader&) { return writer.link(address, contactId, name, label); });
+    const std::string one(address);
+    return link({&one, 1}, contactId, name, label);
+}
+
+Result<std::int64_t> CallStore::link(std::span<const std::string> addresses, std::int32_t contactId,
+                                     std::string_view name, std::string_view label) {
+    for (const std::string& address : addresses) {
+        NewCall named;
+        named.address = address;
+        named.name = name;
+        named.label = label;
+        if (const auto objection = objectionTo(named)) return *objection;
+    }
+    return impl_->write([&](CallWriter& writer, Reader&) {
+        const std::set<std::string_view> distinct(addresses.begin(), addresses.end());
+        std::int64_t calls = 0;
+        for (const std::string_view address : distinct) calls += writer.link(address, contactId, name, label);
+        return calls;
+    });
 }
 
 Result<std::vector<std::string>> CallStore::verify() const {

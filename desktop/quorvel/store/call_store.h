@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -30,6 +31,8 @@ struct OpenOptions {
     std::chrono::milliseconds busyBound{10000};
     /// Name of a registered SQLite file system; empty for the system's own.
     std::string fileSystem = {};
+    /// Seconds since 1970; empty for the system's clock. Called by any thread that writes.
+    std::function<std::int64_t()> clock = {};
 };
 
 constexpr std::int64_t noLimit = INT64_MAX;
@@ -72,6 +75,8 @@ class CallStore {
                         std::int64_t limit) const;
     /// All calls of the filter with the contact, or with the address where there is no contact.
     Result<std::vector<CallRecord>> history(Filter filter, std::int32_t contactId, std::string_view address) const;
+    /// The correspondent's calls of the filter below `after`.
+    Result<Page> history(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) const;
     /// What remains of a row that was read before: the call or day, or the newest call from there on of the run.
     /// Nothing where nothing remains.
     Result<std::optional<CallRecord>> remaining(Filter filter, Mode mode, const CallRecord& row) const;
@@ -89,7 +94,7 @@ class CallStore {
     Result<std::int64_t> revision() const;
 
     // Deleting. Each is one transaction and returns how many calls it deleted; calls with a row identifier above
-    // `bound` stay, and so do the unnamed.
+    // `bound` stay, and so do the unnamed. What is deleted is kept aside.
 
     Result<std::int64_t> deleteAll(Filter filter, std::int64_t bound = anyRowId);
     Result<std::int64_t> deleteDay(Filter filter, std::string_view day, std::int64_t bound = anyRowId);
@@ -101,6 +106,17 @@ class CallStore {
     Result<std::int64_t> deleteHistory(Filter filter, std::int32_t contactId, std::string_view address,
                                        std::optional<std::string_view> day = std::nullopt,
                                        std::int64_t bound = anyRowId);
+    /// The correspondent's calls of the filter.
+    Result<std::int64_t> deleteHistory(Filter filter, const Correspondent& with, std::int64_t bound = anyRowId);
+
+    // What was deleted, for as long as keptAsideFor. Later writes clear away what is older.
+
+    /// The deleted calls below `after`, the last deleted first, and by row identifier within a second.
+    Result<DeletedPage> deletedCalls(const Cursor& after, std::int64_t limit) const;
+    /// Brings the calls back with every field as it was, in one transaction, and returns how many. Row identifiers that
+    /// are not kept aside are passed over. A name that the number has been given since stays.
+    Result<std::int64_t> undelete(std::span<const std::int64_t> rowIds);
+    Result<std::int64_t> undeleteAll();
 
     // Writing.
 
@@ -111,6 +127,9 @@ class CallStore {
     /// Links all calls of the address to the contact (noContact for none) and gives them the name and label. Returns
     /// the number of calls of the address.
     Result<std::int64_t> link(std::string_view address, std::int32_t contactId, std::string_view name,
+                              std::string_view label);
+    /// The same for several addresses in one transaction. Readers do not wait for it.
+    Result<std::int64_t> link(std::span<const std::string> addresses, std::int32_t contactId, std::string_view name,
                               std::string_view label);
 
     // Care.

@@ -51,6 +51,12 @@ void CallStore::Impl::requireWriting() const {
                                             " was opened for reading only. Open it for writing to change it."}};
 }
 
+std::int64_t CallStore::Impl::moment() const {
+    if (options_.clock) return options_.clock();
+    return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
 void CallStore::Impl::rebuildDerivedNow() { rebuildDerived(*writing_); }
 
 void CallStore::Impl::heal() {

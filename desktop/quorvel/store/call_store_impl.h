@@ -48,7 +48,7 @@ class CallStore::Impl {
             Transaction transaction(*writing_, Transaction::Kind::write);
             Watch now = writeWatch_.look(*writing_);
             if (now.wasStranger) rebuildDerivedNow();
-            CallWriter writer(*writing_);
+            CallWriter writer(*writing_, moment());
             Reader reader(*writing_);
             const std::int64_t result = work(writer, reader);
             if (result == 0 && !now.wasStranger) return result;
@@ -65,6 +65,8 @@ class CallStore::Impl {
     std::unique_ptr<Connection> importConnection();
     std::vector<CallRecord> query(std::string_view text);
     const std::filesystem::path& path() const { return path_; }
+    /// Seconds since 1970.
+    std::int64_t moment() const;
 
   private:
     void requireWriting() const;

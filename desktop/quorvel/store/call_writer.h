@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "desktop/quorvel/store/kept_aside.h"
 #include "desktop/quorvel/store/ledger.h"
 #include "desktop/quorvel/store/local_days.h"
 
@@ -18,15 +19,22 @@ std::optional<Error> objectionTo(const NewCall& call);
 /// Lives within one writing transaction on the connection.
 class CallWriter {
   public:
-    explicit CallWriter(Connection& connection) : connection_(connection), ledger_(connection) {}
+    /// `now` in seconds since 1970: the moment of what is deleted, and what kept calls are too old by.
+    CallWriter(Connection& connection, std::int64_t now)
+        : connection_(connection), now_(now), kept_(connection, expiredAt(now)), ledger_(connection) {}
 
     void expectMany(std::int64_t changes) { ledger_.expectMany(changes); }
     std::int64_t insert(const NewCall& call);
-    /// Returns how many of the calls there were.
+    /// Returns how many of the calls there were. They are kept aside.
     std::int64_t erase(std::span<const std::int64_t> rowIds);
+    /// Brings back those of the calls that are kept aside, and returns how many.
+    std::int64_t putBack(std::span<const std::int64_t> rowIds);
+    std::int64_t putBackAll() { return putBack(kept_.rowIds()); }
     void eraseAll();
+    /// Returns how many calls the address has.
     std::int64_t link(std::string_view address, std::int64_t contact, std::string_view name, std::string_view label);
-    /// Writes the sums and the new revision. Once, before the transaction is committed.
+    /// Writes the sums and the new revision, and clears away what was kept for long enough. Once, before the
+    /// transaction is committed.
     void settle();
 
   private:
@@ -40,10 +48,13 @@ class CallWriter {
     void nameParty(Party& party, std::string_view name, std::string_view label, bool always);
 
     Connection& connection_;
+    std::int64_t now_;
+    KeptAside kept_;
     Ledger ledger_;
     LocalDays days_;
     std::unordered_map<std::string, Party> parties_;
     std::string key_;
+    std::int64_t changes_ = 0;
     bool renamed_ = false;
 };
 

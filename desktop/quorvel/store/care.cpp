@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "desktop/quorvel/store/local_days.h"
+#include "desktop/quorvel/store/schema.h"
 #include "desktop/quorvel/store/sums.h"
 
 namespace quorvel::store {
@@ -79,6 +80,18 @@ void compareSums(const Sums& kept, const Sums& counted, std::vector<std::string>
         findings.emplace_back("The sums that find a row by its number differ from the calls.");
 }
 
+/// Shows the row identifier of each call kept aside whose day is not the one of its date, and that day.
+template <class See>
+void eachKeptWrong(Connection& connection, See&& see) {
+    Statement& kept = connection.statement("select ROWID, date, day from deleted order by ROWID");
+    const ResetLater later(kept);
+    LocalDays days;
+    while (kept.step()) {
+        const std::int64_t day = days.dayOf(kept.integer(1));
+        if (day != kept.integer(2)) see(kept.integer(0), day);
+    }
+}
+
 }  // namespace
 
 std::vector<std::string> findContradictions(Connection& connection) {
@@ -106,6 +119,14 @@ std::vector<std::string> findContradictions(Connection& connection) {
             "those of the time zone of " +
             std::string(tzname[0]) + ").");
         return findings;
+    }
+    if (connection.integerOf("pragma user_version") >= versionThatKeepsAside) {
+        std::int64_t keptWrong = 0;
+        eachKeptWrong(connection, [&](std::int64_t, std::int64_t) { ++keptWrong; });
+        if (keptWrong > 0) {
+            findings.push_back(std::to_string(keptWrong) +
+                               " deleted calls that are kept carry another day than their date says.");
+        }
     }
     const Sums counted = makeSums(connection);
     compareSums(readSums(connection), counted, findings);
@@ -142,6 +163,10 @@ void rebuildDerived(Connection& connection) {
         const std::string day = dayText(right.day);
         corrected.bind(1, right.rowId).bind(2, right.kind).bind(3, right.party).bind(4, right.day).bind(5, day).run();
     }
+    std::vector<std::pair<std::int64_t, std::int64_t>> keptWrong;
+    eachKeptWrong(connection, [&](std::int64_t rowId, std::int64_t day) { keptWrong.emplace_back(rowId, day); });
+    Statement& moved = connection.statement("update deleted set day = ?2 where ROWID = ?1");
+    for (const auto& [rowId, day] : keptWrong) moved.bind(1, rowId).bind(2, day).run();
     const Sums sums = makeSums(connection);
     replaceSums(connection, sums);
     rewritePartyCalls(connection, sums);

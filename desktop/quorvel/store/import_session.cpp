@@ -32,7 +32,8 @@ Result<std::int64_t> ImportSession::finish() {
 }
 
 Result<ImportSession> CallStore::beginImport() {
-    return guarded([&] { return ImportSession(std::make_unique<ImportSession::Impl>(impl_->importConnection())); });
+    return guarded(
+        [&] { return ImportSession(std::make_unique<ImportSession::Impl>(impl_->importConnection(), impl_->moment())); });
 }
 
 }  // namespace quorvel::store

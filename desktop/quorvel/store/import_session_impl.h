@@ -10,10 +10,10 @@ namespace quorvel::store {
 
 class ImportSession::Impl {
   public:
-    explicit Impl(std::unique_ptr<Connection> connection)
+    Impl(std::unique_ptr<Connection> connection, std::int64_t now)
         : connection_(std::move(connection)), transaction_(std::in_place, *connection_, Transaction::Kind::write) {
         if (Watch().look(*connection_).wasStranger) rebuildDerived(*connection_);
-        writer_.emplace(*connection_);
+        writer_.emplace(*connection_, now);
     }
 
     bool isOpen() const { return transaction_.has_value(); }

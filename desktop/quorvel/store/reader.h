@@ -38,7 +38,9 @@ class Reader {
     Page dayPage(Filter filter, bool folded, std::int64_t day, std::int64_t offset, std::int64_t limit);
     Page search(Filter filter, std::string_view text, std::optional<std::int64_t> day, const Cursor& after,
                 std::int64_t limit);
-    std::vector<CallRecord> history(Filter filter, std::int64_t contact, std::string_view address);
+    std::vector<CallRecord> history(Filter filter, const Correspondent& with);
+    Page historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit);
+    DeletedPage deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now);
     std::optional<CallRecord> remaining(Filter filter, Mode mode, const CallRecord& row);
     std::optional<CallRecord> call(std::int64_t rowId);
     Totals totals(Filter filter, Mode mode);
@@ -50,7 +52,7 @@ class Reader {
     std::vector<std::int64_t> rowIdsOf(const Stretch& stretch);
     std::vector<std::int64_t> rowIdsOfDay(Filter filter, std::int64_t day);
     std::vector<std::int64_t> rowIdsOfRun(Filter filter, const CallRecord& head);
-    std::vector<CallRow> historyRows(Filter filter, std::int64_t contact, std::string_view address);
+    std::vector<CallRow> historyRows(Filter filter, const Correspondent& with);
 
     /// Forgets what is remembered of the parties where their revision is another.
     void partiesAre(std::int64_t revision);
@@ -64,6 +66,7 @@ class Reader {
     Page daysBelow(std::int64_t day, std::int64_t limit);
     Cursor cursorInSpan(Filter filter, bool fold, std::int64_t span, std::int64_t number);
     std::optional<DayBounds> boundsOf(std::int64_t day);
+    std::vector<std::int64_t> partiesOf(const Correspondent& with);
     Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
     const Party& party(std::int64_t number);
     CallRecord recordOf(const CallRow& row, std::string_view location);

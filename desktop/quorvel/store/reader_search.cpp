@@ -1,8 +1,10 @@
 // Calls found by whom they were with: search, history, and what a deletion is to take.
 #include <algorithm>
 
+#include "desktop/quorvel/store/kept_aside.h"
 #include "desktop/quorvel/store/local_days.h"
 #include "desktop/quorvel/store/reader.h"
+#include "desktop/quorvel/store/schema.h"
 
 namespace quorvel::store {
 namespace {
@@ -134,23 +136,29 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
     return page;
 }
 
-std::vector<CallRow> Reader::historyRows(Filter filter, std::int64_t contact, std::string_view address) {
+std::vector<std::int64_t> Reader::partiesOf(const Correspondent& with) {
     std::vector<std::int64_t> parties;
-    if (contact != noContact) {
+    if (with.contactId != noContact) {
         Statement& found =
             connection_.statement("select party from party indexed by party_by_contact where contact = ?1");
         const ResetLater later(found);
-        found.bind(1, contact);
-        while (found.step()) parties.push_back(found.integer(0));
-    } else {
-        Statement& found = connection_.statement(
-            "select party from party indexed by party_by_address where address = ?1 and contact = -1");
-        const ResetLater later(found);
-        found.bind(1, address);
+        found.bind(1, with.contactId);
         while (found.step()) parties.push_back(found.integer(0));
     }
+    Statement& found = connection_.statement(
+        "select party from party indexed by party_by_address where address = ?1 and contact = -1");
+    for (const std::string& address : with.addresses) {
+        const ResetLater later(found);
+        if (found.bind(1, address).step()) parties.push_back(found.integer(0));
+    }
+    std::sort(parties.begin(), parties.end());
+    parties.erase(std::unique(parties.begin(), parties.end()), parties.end());
+    return parties;
+}
+
+std::vector<CallRow> Reader::historyRows(Filter filter, const Correspondent& with) {
     std::vector<CallRow> rows;
-    for (const std::int64_t party : parties) {
+    for (const std::int64_t party : partiesOf(with)) {
         walkParty(connection_, party, {filter, {}, INT64_MIN, {}}, [&](const CallRow& row) {
             rows.push_back(row);
             return true;
@@ -160,10 +168,20 @@ std::vector<CallRow> Reader::historyRows(Filter filter, std::int64_t contact, st
     return rows;
 }
 
-std::vector<CallRecord> Reader::history(Filter filter, std::int64_t contact, std::string_view address) {
+std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with) {
     Page page;
-    for (const CallRow& row : historyRows(filter, contact, address)) appendRow(page, row.rowId);
+    for (const CallRow& row : historyRows(filter, with)) appendRow(page, row.rowId);
     return std::move(page.rows);
+}
+
+Page Reader::historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) {
+    return gather(partiesOf(with), {filter, after, INT64_MIN, {}}, limit);
+}
+
+DeletedPage Reader::deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now) {
+    // A file of an earlier version that may not be written has kept nothing.
+    if (connection_.integerOf("pragma user_version") < versionThatKeepsAside) return {{}, after, true};
+    return KeptAside(connection_, expiredAt(now)).page(after, limit);
 }
 
 std::optional<CallRecord> Reader::remaining(Filter filter, Mode mode, const CallRecord& row) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <fstream>
+#include <span>
 #include <thread>
 
 namespace quorvel::store {
@@ -74,10 +75,29 @@ create trigger party_added_by_a_stranger after insert on party begin update stat
 create trigger party_changed_by_a_stranger after update on party begin update state set touched = 1; end;
 create trigger party_deleted_by_a_stranger after delete on party begin update state set touched = 1; end;
 pragma application_id = 0x51756f72;
-pragma user_version = 1;
 )";
 
-enum class Content { empty, log };
+/// What the second version added.
+constexpr const char* keptAside = R"(
+create table deleted (
+    ROWID integer primary key,
+    address text not null,
+    date integer not null,
+    duration integer not null,
+    flags integer not null,
+    face_time_data_size integer not null,
+    location text,
+    id integer not null,
+    day integer not null,
+    name text not null,
+    label text not null,
+    moment integer not null
+);
+create index deleted_by_moment on deleted (moment);
+pragma user_version = 2;
+)";
+
+enum class Content { empty, logOfVersion1, log };
 
 Content contentOf(Connection& connection) {
     const std::string where = "The file " + connection.path().string();
@@ -95,7 +115,7 @@ Content contentOf(Connection& connection) {
                                              std::to_string(schemaVersion) +
                                              "). Update the program; the file was left as it is."}};
     }
-    return Content::log;
+    return version < versionThatKeepsAside ? Content::logOfVersion1 : Content::log;
 }
 
 /// That every table and index is there: each statement names its index, so preparing it is the check.
@@ -114,8 +134,11 @@ void checkTables(Connection& connection) {
         "select dialled, received, missed, all_runs, dialled_runs, received_runs, missed_runs from span where span = 0",
         "select calls, duration, runs from total where filter = 1",
         "select revision, party_revision, last_row, days, touched from state where one = 1",
+        "select address, date, duration, flags, face_time_data_size, location, id, day, name, label from deleted "
+        "indexed by deleted_by_moment where moment = 0",
     };
-    for (const char* text : texts) {
+    const bool keepsAside = contentOf(connection) == Content::log;
+    for (const char* text : std::span(texts).first(texts.size() - (keepsAside ? 0 : 1))) {
         try {
             Statement(connection.handle(), text, connection.path());
         } catch (const Failure& failure) {
@@ -166,18 +189,21 @@ void checkHeader(const std::filesystem::path& path) {
 }
 
 void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) {
-    if (contentOf(connection) == Content::empty) {
-        if (connection.isReadOnly()) {
+    if (connection.isReadOnly()) {
+        if (contentOf(connection) == Content::empty) {
             throw Failure{
                 {ErrorKind::foreign, "The file " + connection.path().string() + " is empty, not a call log."}};
         }
+    } else if (contentOf(connection) == Content::log) {
+        switchToWriteAheadLog(connection, busyBound);
+    } else {
         switchToWriteAheadLog(connection, busyBound);
         Transaction transaction(connection, Transaction::Kind::write);
         // Another process may have been first.
-        if (contentOf(connection) == Content::empty) connection.execute(tables);
+        const Content content = contentOf(connection);
+        if (content == Content::empty) connection.execute(tables);
+        if (content != Content::log) connection.execute(keptAside);
         transaction.commit();
-    } else if (!connection.isReadOnly()) {
-        switchToWriteAheadLog(connection, busyBound);
     }
     checkTables(connection);
 }

@@ -7,13 +7,16 @@
 
 namespace quorvel::store {
 
-constexpr int schemaVersion = 1;
+constexpr int schemaVersion = 2;
+/// Files of an earlier version have no table `deleted`; they get it when they are opened for writing.
+constexpr int versionThatKeepsAside = 2;
 
 /// Throws foreign where the file exists and does not begin as a database does. A missing or empty file passes.
 void checkHeader(const std::filesystem::path& path);
 
-/// Makes the tables in an empty file; throws foreign, newer or damaged where the file is not a log of this version.
-/// Where the connection cannot write, an empty file is foreign too.
+/// Makes the tables in an empty file, and what an earlier version lacks, each in one transaction; throws foreign, newer
+/// or damaged where the file is not a log of this version or an earlier one. Where the connection cannot write, an
+/// empty file is foreign too.
 void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound);
 
 /// Settings that each connection needs for itself.
