@@ -177,7 +177,7 @@ const void* ABPersonCreateVCardRepresentationWithPeople(const void* people);
 /// New persons, in no book yet, of an NSData with vCards. The source is ignored.
 const void* ABPersonCreatePeopleInSourceWithVCardRepresentation(ABRecordRef source, const void* vCards);
 
-// Multi-values: labelled values in an order. Each value has an identifier that no other value of it ever gets.
+// Multi-values: labelled values in an order. Each value has an identifier, unlike that of every other, which it keeps.
 
 /// An empty one of a multi type (kABMultiStringPropertyType and the others); null for another type.
 ABMutableMultiValueRef ABMultiValueCreateMutable(ABPropertyType type);

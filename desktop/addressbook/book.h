@@ -11,19 +11,10 @@
 #include <vector>
 
 #include "desktop/addressbook/contact.h"
-#include "desktop/quorvel/store/result.h"
+#include "desktop/addressbook/contact_database.h"
+#include "desktop/addressbook/number_index.h"
 
 namespace contacts {
-
-using quorvel::store::Done;
-using quorvel::store::Result;
-
-/// A contact that an address belongs to, and which of the contact's values it is.
-struct Match {
-    int record = 0;
-    Property property = Property::phone;
-    int index = 0;
-};
 
 /// One for the process. Any thread; reading never waits for a change that another thread writes.
 class Book {
@@ -62,11 +53,6 @@ class Book {
     /// Numbers and addresses that may not call. Compared in whatever spelling.
     bool isBlocked(std::string_view address) const;
     Result<Done> setBlocked(std::string_view address, bool blocked);
-    struct Favourite {
-        int record = 0;
-        std::string address;
-        bool operator==(const Favourite&) const = default;
-    };
     std::vector<Favourite> favourites() const;
     /// Adds it at the end of the list, or takes it out.
     Result<Done> setFavourite(const Favourite& favourite, bool is);

@@ -38,11 +38,14 @@ enum class Property : std::int32_t {
     socialProfile = 46,
 };
 
+/// Whether a contact has a list of values of it, and not one text.
+bool isList(Property property);
+
 /// The parts of a value that is a dictionary, by the names of its keys ("Street").
 using Parts = std::map<std::string, std::string, std::less<>>;
 
 struct LabelledValue {
-    /// Unlike that of every other value of the list, and never given again.
+    /// Unlike that of every other value of the list.
     int identifier = 0;
     /// "_$!<Home>!$_" and its like, an own text, or empty.
     std::string label;
