@@ -54,7 +54,7 @@ const char* adviceFor(ErrorKind kind) {
 
 Error errorOf(int code, const std::string& detail, const std::filesystem::path& path) {
     const ErrorKind kind = kindOf(code);
-    return {kind, "The call log " + path.string() + ": " + detail + ". " + adviceFor(kind)};
+    return {kind, "The database " + path.string() + ": " + detail + ". " + adviceFor(kind)};
 }
 
 Statement::Statement(sqlite3* database, std::string_view text, const std::filesystem::path& path) : path_(&path) {
