@@ -2,9 +2,9 @@
 // are retained and released by messages, travel as handles, and are NSObjects; texts are NSStrings, dates NSDates,
 // lists NSArrays, pictures and vCards NSData, addresses NSDictionaries.
 //
-// What Create and Copy answer belongs to the caller; everything else is borrowed. Null arguments are allowed: reading
-// answers null, 0 or an invalid identifier, changing answers false. Any thread; one record or multi-value is used by
-// one thread at a time.
+// What Create and Copy answer, and an error, belongs to the caller; everything else is borrowed. Null arguments are
+// allowed: reading answers null, 0 or an invalid identifier, changing answers false. Any thread; one record or
+// multi-value is used by one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -166,6 +166,7 @@ ABPropertyType ABPersonGetTypeOfProperty(ABPropertyID property);
 const void* ABPersonCopyLocalizedPropertyName(ABPropertyID property);
 /// Takes over a copy of an image file's bytes (PNG or JPEG). False, with an NSError, for anything else.
 bool ABPersonSetImageData(ABRecordRef person, const void* data, const void** error);
+/// The bytes; the same in every format.
 const void* ABPersonCopyImageData(ABRecordRef person);
 const void* ABPersonCopyImageDataWithFormat(ABRecordRef person, ABPersonImageFormat format);
 bool ABPersonHasImageData(ABRecordRef person);

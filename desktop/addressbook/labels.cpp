@@ -35,6 +35,35 @@ constexpr std::string_view meaningless[] = {"PREF",  "VOICE",  "MSG",    "TEXT",
                                             "X400",  "POSTAL", "PARCEL", "INTL", "DOM",      "BBS",
                                             "MODEM", "ISDN",   "PCS",    "CAR",  "TEXTPHONE"};
 
+struct KnownProperty {
+    Property property;
+    const char* words[languages.size()];
+};
+constexpr KnownProperty properties[] = {
+    {Property::phone, {"Phone", "Telefon", "Teléfono", "Телефон", "الهاتف"}},
+    {Property::email, {"Email", "E-Mail", "Correo", "Эл. почта", "البريد الإلكتروني"}},
+    {Property::url, {"URL", "URL", "URL", "URL", "URL"}},
+    {Property::address, {"Address", "Adresse", "Dirección", "Адрес", "العنوان"}},
+    {Property::birthday, {"Birthday", "Geburtstag", "Cumpleaños", "День рождения", "تاريخ الميلاد"}},
+    {Property::date, {"Date", "Datum", "Fecha", "Дата", "التاريخ"}},
+    {Property::relatedNames,
+     {"Related People", "Zugehörige Namen", "Personas relacionadas", "Близкие", "أسماء ذات صلة"}},
+    {Property::instantMessage, {"Instant Message", "Nachricht", "Mensajería", "Мессенджер", "رسالة فورية"}},
+    {Property::socialProfile, {"Social Profile", "Soziales Profil", "Perfil social", "Профиль", "ملف تعريف"}},
+    {Property::note, {"Notes", "Notizen", "Notas", "Заметки", "ملاحظات"}},
+    {Property::firstName, {"First Name", "Vorname", "Nombre", "Имя", "الاسم الأول"}},
+    {Property::lastName, {"Last Name", "Nachname", "Apellidos", "Фамилия", "اسم العائلة"}},
+    {Property::organization, {"Company", "Firma", "Empresa", "Компания", "الشركة"}},
+    {Property::department, {"Department", "Abteilung", "Departamento", "Отдел", "القسم"}},
+    {Property::jobTitle, {"Job Title", "Position", "Cargo", "Должность", "المسمى الوظيفي"}},
+    {Property::nickname, {"Nickname", "Spitzname", "Apodo", "Псевдоним", "الكنية"}},
+};
+
+std::size_t indexOf(std::string_view language) {
+    const auto* at = std::ranges::find(languages, language.substr(0, 2));
+    return at == languages.end() ? 0 : static_cast<std::size_t>(at - languages.begin());
+}
+
 }  // namespace
 
 std::string ofTypes(const vcard::Property& property) {
@@ -72,15 +101,17 @@ bool addTypes(vcard::Property& property, std::string_view label) {
 
 std::string forPeople(std::string_view label, std::string_view language) {
     const auto* found = std::ranges::find_if(known, [label](const Known& each) { return label == each.label; });
-    if (found != std::end(known)) {
-        const auto* at = std::ranges::find(languages, language.substr(0, 2));
-        return found->words[at == languages.end() ? 0 : at - languages.begin()];
-    }
+    if (found != std::end(known)) return found->words[indexOf(language)];
     if (!label.starts_with("_$!<") || !label.ends_with(">!$_") || label.size() < 8) return std::string(label);
     std::string word(label.substr(4, label.size() - 8));
     std::ranges::transform(word, word.begin(),
                            [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     return word;
+}
+
+std::string ofProperty(Property property, std::string_view language) {
+    const auto* found = std::ranges::find(properties, property, &KnownProperty::property);
+    return found == std::end(properties) ? std::string() : found->words[indexOf(language)];
 }
 
 }  // namespace contacts::label

@@ -33,4 +33,7 @@ bool addTypes(vcard::Property& property, std::string_view label);
 /// its marks.
 std::string forPeople(std::string_view label, std::string_view language);
 
+/// The property's name for people in that language ("Phone"); empty for those that are not shown by name.
+std::string ofProperty(Property property, std::string_view language);
+
 }  // namespace contacts::label
