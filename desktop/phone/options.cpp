@@ -10,6 +10,7 @@ ParsedOptions parseOptions(int argumentCount, char** arguments) {
     Options& options = parsed.options;
     CLI::App app{"A telephone whose Recents screen is a call log: in a window, by a script, or as a picture."};
     app.name("phone");
+    app.option_defaults()->take_last();  // so that a caller can put its own behind those of a script
     app.add_option("--data", options.dataDirectory,
                    "Folder of one handset: calls, settings, contacts (default: the user's own)")
         ->type_name("DIR");

@@ -72,15 +72,15 @@ int writeNewFile(const fs::path& file, std::string_view bytes) {
 
 /// The whole file; nothing, and errno, where it cannot be read.
 std::optional<std::string> contentOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    // A folder opens well and fails when it is read.
-    if (stream.bad() || fs::is_directory(file)) {
+    std::error_code unknown;
+    if (fs::is_directory(file, unknown)) {  // it would open well, and throw when it is read
         errno = EISDIR;
         return std::nullopt;
     }
-    return bytes;
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) return std::nullopt;
+    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    return stream.bad() ? std::nullopt : std::optional(std::move(bytes));
 }
 
 std::string knownKeys() {
