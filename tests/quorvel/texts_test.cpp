@@ -1,8 +1,8 @@
 // The texts: complete in five languages, right plurals, and what happens where a table is missing or damaged.
 #include "desktop/quorvel/services/texts.h"
 
+#include <algorithm>
 #include <fstream>
-#include <regex>
 
 #include "desktop/quorvel/services/plural_format.h"
 #include "fixture.h"
@@ -33,10 +33,16 @@ class TextsTest : public CompanionTest {
 
 const char* const languages[] = {"en", "de", "es", "ru", "ar"};
 
+/// The conversions of a format, without their places: "lld", "@".
 std::vector<std::string> argumentsIn(const std::string& format) {
-    static const std::regex argument("%[0-9$]*(l*[a-zA-Z@])");
     std::vector<std::string> found;
-    for (std::sregex_iterator i(format.begin(), format.end(), argument), end; i != end; ++i) found.push_back((*i)[1]);
+    for (std::size_t at = format.find('%'); at != std::string::npos; at = format.find('%', at + 1)) {
+        const std::size_t begin = format.find_first_not_of("0123456789$", at + 1);
+        if (begin == std::string::npos) break;
+        const std::size_t end = std::min(format.find_first_not_of('l', begin), format.size() - 1);
+        found.push_back(format.substr(begin, end - begin + 1));
+        at = end;
+    }
     return found;
 }
 
