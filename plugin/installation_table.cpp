@@ -16,7 +16,10 @@
 #include "plugin/recents/recents_list.h"
 #include "plugin/recents/search.h"
 #include "plugin/recents/switching.h"
+#include "plugin/rows/call_records.h"
+#include "plugin/rows/contact_screens.h"
 #include "plugin/rows/presentation.h"
+#include "plugin/rows/selection.h"
 #include "plugin/rows/snapshot_list.h"
 
 namespace {
@@ -112,11 +115,29 @@ void installTable(Class screen) {
     replace<"tableView:willBeginEditingRowAtIndexPath:", onRecents<&rows::willBeginEditingRow>>(screen);
     replace<"tableView:didEndEditingRowAtIndexPath:", onRecents<&rows::didEndEditingRow>>(screen);
     replace<"tableView:commitEditingStyle:forRowAtIndexPath:", onRecents<&rows::commitEditingStyle>>(screen);
+    replace<"tableView:didSelectRowAtIndexPath:", onRecents<&rows::didSelectRow>>(screen);
+    replace<"tableView:accessoryButtonTappedForRowWithIndexPath:", onRecents<&rows::accessoryButtonTapped>>(screen);
     replace<"tableView:heightForRowAtIndexPath:", onRecents<&rows::heightForRow>>(screen);
     // Both answer a text although their type strings begin with "v": registered so on purpose.
     add<"tableView:titleForHeaderInSection:", onRecents<&rows::titleForHeader>>(screen, "v@:i@");
     add<"tableView:titleForFooterInSection:", onRecents<&rows::titleForFooter>>(screen, "v@:i@");
+    replace<"callAtTableViewIndex:", onRecents<&rows::callAtTableViewIndex>>(screen);
     add<"scrollViewDidEndDecelerating:", onRecents<&recents::scrollViewDidEndDecelerating>>(screen, "v@:@@");
+}
+
+void installSelection(Class screen) {
+    add<"handleTableRowSelection:", onRecents<&rows::tapRow>>(screen, "v@:@@");
+    // It answers a list although its type string begins with "v": registered so on purpose.
+    add<"callListForSelectedCall:", onRecents<&rows::callListForSelectedCall>>(screen, "v@:@@");
+    add<"handleDidSelectRowAtIndexAction:", onRecents<&rows::openRow>>(screen, "v@:@@");
+    add<"showLogAction:", onRecents<&rows::showLogAction>>(screen, "v@:@@");
+    add<"detailsButotnClicked", onRecents<&rows::detailsButtonClicked>>(screen, "v@");
+    add<"personViewController:shouldPerformDefaultActionForPerson:property:identifier:",
+        onRecents<&rows::shouldPerformDefaultAction>>(screen, "i@:@@:@@:i@:i@");
+    add<"unknownPersonViewController:didResolveToPerson:", onRecents<&rows::unknownPersonResolved>>(screen, "v@:@@:@@");
+    add<"updateCallEntry:", onRecents<&rows::updateCallEntry>>(screen, "v@:@@");
+    add<"saveNewContactAndPresentABPersonViewController", onRecents<&rows::presentSavedContact>>(screen, "v@");
+    add<"entryDeleted:", onRecents<&rows::entryDeleted>>(screen, "v@:@@");
 }
 
 }  // namespace
@@ -130,5 +151,6 @@ void installMethods() {
         installLifecycle(screen);
         installList(screen);
         installTable(screen);
+        installSelection(screen);
     }
 }
