@@ -36,6 +36,7 @@ bool readsEverythingOnPurpose(const std::string& text) {
         "desc, ROWID desc",
         "select party, contact, address from party order by party",
         "select party, calls from party order by party",
+        "select address, contact, name, label from party where calls > 0 order by party",
         "select day, dialled, received, missed, dialled_duration, received_duration, first, last from day order by day",
         "select span, dialled, received, missed, all_runs, dialled_runs, received_runs, missed_runs from span order by "
         "span",
@@ -91,6 +92,7 @@ void useEverything(CallStore& store) {
     valueOf(store.newestRowId());
     valueOf(store.revision());
     valueOf(store.link("5551234", 3, "Three", ""));
+    EXPECT_FALSE(valueOf(store.addresses()).empty());
     valueOf(store.verify());
     valueOf(store.rebuild());
     EXPECT_GT(valueOf(store.undelete(std::vector<std::int64_t>{1, 2, 3})), 0);

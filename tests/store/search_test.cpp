@@ -113,6 +113,7 @@ TEST(Search, aNewNameIsFoundAtOnceAndTheOldOneNoMore) {
     ASSERT_EQ(found.rows.size(), 1U);
     EXPECT_EQ(found.rows[0].contactId, 5);
     EXPECT_EQ(found.rows[0].label, "home");
+    EXPECT_EQ(valueOf(store.addresses()), (std::vector<NamedAddress>{{"123", 5, "New", "home"}}));
 }
 
 }  // namespace

@@ -133,6 +133,15 @@ struct Correspondent {
     std::vector<std::string> addresses;
 };
 
+/// An address that there are calls of, and what they say of it: a contact, a name and a label, empty for none.
+struct NamedAddress {
+    std::string address;
+    std::int32_t contactId = noContact;
+    std::string name;
+    std::string label;
+    friend bool operator==(const NamedAddress&, const NamedAddress&) = default;
+};
+
 struct Totals {
     std::int64_t rows = 0;      ///< Rows of the list in the mode asked for.
     std::int64_t calls = 0;     ///< Calls of the filter.

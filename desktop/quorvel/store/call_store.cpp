@@ -123,6 +123,10 @@ Result<Totals> CallStore::dayTotals(Filter filter, std::string_view day) const {
 
 std::vector<CallRecord> CallStore::query(std::string_view text) const { return impl_->query(text); }
 
+Result<std::vector<NamedAddress>> CallStore::addresses() const {
+    return impl_->read([](Reader& reader) { return reader.addresses(); });
+}
+
 Result<std::int64_t> CallStore::newestRowId() const {
     return impl_->read([](Reader& reader) { return reader.newestRowId(); });
 }

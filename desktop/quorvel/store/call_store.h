@@ -80,6 +80,8 @@ class CallStore {
     /// What remains of a row that was read before: the call or day, or the newest call from there on of the run.
     /// Nothing where nothing remains.
     Result<std::optional<CallRecord>> remaining(Filter filter, Mode mode, const CallRecord& row) const;
+    /// Every address that there are calls of, once for each contact that they are linked to.
+    Result<std::vector<NamedAddress>> addresses() const;
     /// The call of the row identifier, if there is one.
     Result<std::optional<CallRecord>> call(std::int64_t rowId) const;
     Result<Totals> totals(Filter filter, Mode mode) const;

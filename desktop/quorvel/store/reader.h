@@ -42,6 +42,7 @@ class Reader {
     Page historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit);
     DeletedPage deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now);
     std::optional<CallRecord> remaining(Filter filter, Mode mode, const CallRecord& row);
+    std::vector<NamedAddress> addresses();
     std::optional<CallRecord> call(std::int64_t rowId);
     Totals totals(Filter filter, Mode mode);
     Totals dayTotals(Filter filter, std::int64_t day);

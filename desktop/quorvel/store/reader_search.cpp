@@ -136,6 +136,17 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
     return page;
 }
 
+std::vector<NamedAddress> Reader::addresses() {
+    Statement& parties =
+        connection_.statement("select address, contact, name, label from party where calls > 0 order by party");
+    const ResetLater later(parties);
+    std::vector<NamedAddress> all;
+    while (parties.step())
+        all.push_back({std::string(parties.text(0)), static_cast<std::int32_t>(parties.integer(1)),
+                       std::string(parties.text(2)), std::string(parties.text(3))});
+    return all;
+}
+
 std::vector<std::int64_t> Reader::partiesOf(const Correspondent& with) {
     std::vector<std::int64_t> parties;
     if (with.contactId != noContact) {
