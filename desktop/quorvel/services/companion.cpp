@@ -3,8 +3,9 @@
 
 #include <cstdio>
 
+#include "desktop/addressbook/names.h"
+#include "desktop/quorvel/services/contact_source.h"
 #include "desktop/quorvel/services/data_service.h"
-#include "desktop/quorvel/services/phone_number.h"
 #include "desktop/quorvel/services/plural_format.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/quorvel/services/texts.h"
@@ -45,20 +46,29 @@ std::optional<std::string> openCompanion(const DataDirectory& directory, const s
     SettingsService::shared()->setFile(directory.settings());
     SettingsService::shared()->reloadSettings();
     for (const auto& sentence : Texts::shared().open(textsFolder, SettingsService::shared()->language())) say(sentence);
-    setHomeRegion(regionOf(localeLanguage()));
     sources().language = [] { return Texts::shared().language(); };
-    setContactsFolder(directory.contacts());
+    contacts::setLanguage(Texts::shared().language());
+    openContacts(directory.contacts());
     return std::nullopt;
 }
 
-void closeCompanion() { DataService::shared()->setStore(nullptr); }
+void closeCompanion() {
+    closeContacts();
+    DataService::shared()->setStore(nullptr);
+}
 
 store::CallStore* callStore() { return DataService::shared()->store(); }
 
 store::Result<std::int64_t> recordCall(const store::NewCall& call) {
     store::CallStore* calls = callStore();
     if (!calls) return store::Error{store::ErrorKind::failed, "The call was not stored: no log of calls is open."};
-    auto stored = calls->append(call);
+    store::NewCall named = call;
+    if (const auto caller = named.contactId == store::noContact ? callerOf(call.address) : std::nullopt) {
+        named.contactId = caller->record;
+        named.name = caller->name;
+        named.label = caller->label;
+    }
+    auto stored = calls->append(named);
     if (!stored) return stored;
     dispatch::asyncOnMain([] {
         objc::send<"postNotificationName:object:">(NSNotificationCenter::defaultCenter(),

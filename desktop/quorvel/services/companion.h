@@ -23,8 +23,9 @@ void closeCompanion();
 /// The log that is open; null when none is.
 store::CallStore* callStore();
 
-/// Stores a call and then posts "com.velmarin.QuorvelNewRecordAddedNotification" on the main thread. Answers its row
-/// identifier, or why it could not be stored. Any thread.
+/// Stores a call, under the contact that its address belongs to where it names none, and then posts
+/// "com.velmarin.QuorvelNewRecordAddedNotification" on the main thread. Answers its row identifier, or why it could not
+/// be stored. Any thread.
 store::Result<std::int64_t> recordCall(const store::NewCall& call);
 
 }  // namespace quorvel

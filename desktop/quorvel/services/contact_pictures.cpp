@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "desktop/addressbook/book.h"
+#include "desktop/graphics/image_decoding.h"
 #include "desktop/uikit/color.h"
 
 namespace quorvel {
@@ -12,9 +14,9 @@ ContactPictures& ContactPictures::shared() {
     return *one;
 }
 
-void ContactPictures::setFolder(std::filesystem::path folder) {
+void ContactPictures::forget() {
     const std::lock_guard lock(mutex_);
-    folder_ = std::move(folder);
+    ++edition_;
     kept_.clear();
     uses_.clear();
 }
@@ -32,25 +34,26 @@ objc::Strong<> ContactPictures::inMemory(int record) {
 }
 
 objc::Strong<> ContactPictures::load(int record) {
-    std::filesystem::path file;
+    long edition = 0;
     {
         const std::lock_guard lock(mutex_);
         if (auto image = find(record)) return image;
-        if (folder_.empty()) return {};
-        file = folder_ / (std::to_string(record) + ".png");
+        edition = edition_;
     }
-    // The file is read without the lock: rows ask for what is in memory meanwhile.
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) return {};
-    auto read = graphics::Image::load(file.string());
-    if (!read) {
-        std::fprintf(stderr, "libQuorvel: %s\n", read.error().c_str());
+    // It is read without the lock: rows ask for what is in memory meanwhile.
+    if (!contacts::Book::shared().isAllowed()) return {};
+    const auto bytes = contacts::Book::shared().picture(record);
+    if (!bytes) return {};
+    auto decoded = graphics::decodeImage(*bytes, longestSide);
+    if (!decoded) {
+        std::fprintf(stderr, "libQuorvel: the picture of contact %d cannot be shown. %s\n", record,
+                     decoded.error().c_str());
         return {};
     }
-    const objc::Strong<> image(uikit::uiImage(*read, file.stem().string()));
+    const objc::Strong<> image(uikit::uiImage(*decoded, std::to_string(record)));
     const std::lock_guard lock(mutex_);
     if (auto meanwhile = find(record)) return meanwhile;
-    if (file.parent_path() != folder_) return image;
+    if (edition != edition_) return image;
     uses_.push_front(record);
     kept_[record] = {image, uses_.begin()};
     while (kept_.size() > mostInMemory) {

@@ -1,7 +1,6 @@
-// The contacts' pictures: files of the data directory, the latest of them in memory.
+// The contacts' pictures, the latest of them in memory.
 #pragma once
 
-#include <filesystem>
 #include <list>
 #include <mutex>
 #include <unordered_map>
@@ -14,16 +13,18 @@ namespace quorvel {
 class ContactPictures {
   public:
     static constexpr std::size_t mostInMemory = 300;
+    /// What the largest place for a picture shows on the sharpest screen, in pixels.
+    static constexpr int longestSide = 192;
 
     static ContactPictures& shared();
 
-    /// From now on pictures are FOLDER/RECORD.png; what is in memory goes.
-    void setFolder(std::filesystem::path folder);
-    /// The picture where it is in memory, else null; never reads a file.
+    /// What is in memory goes: contacts have changed.
+    void forget();
+    /// The picture where it is in memory, else null; never reads anything.
     objc::Strong<> inMemory(int record);
-    /// The picture, read into memory where it is not there; null where the contact has none, and, with a line on
-    /// standard error, where the file is bad. Of more than mostInMemory the longest unused go. Needs an autorelease
-    /// pool.
+    /// The picture, read into memory where it is not there; null where the contact has none or access is denied, and,
+    /// with a line on standard error, where it is bad. Of more than mostInMemory the longest unused go. Needs an
+    /// autorelease pool.
     objc::Strong<> load(int record);
     std::size_t countInMemory() const;
 
@@ -35,9 +36,9 @@ class ContactPictures {
     objc::Strong<> find(int record);
 
     mutable std::mutex mutex_;
-    std::filesystem::path folder_;
     std::unordered_map<int, Kept> kept_;
     std::list<int> uses_;  // the latest first
+    long edition_ = 0;     // of the contacts that the pictures are of
 };
 
 }  // namespace quorvel

@@ -3,6 +3,9 @@
 
 #include <cstdio>
 
+#include "desktop/quorvel/services/contact_source.h"
+#include "desktop/quorvel/services/phone_number.h"
+#include "desktop/quorvel/services/texts.h"
 #include "desktop/quorvel/settings/settings_store.h"
 #include "desktop/uikit/text.h"
 
@@ -46,10 +49,12 @@ void SettingsService::reloadSettings() {
     SettingsStore stored(file_);
     if (const auto trouble = stored.load()) std::fprintf(stderr, "%s\n", trouble->c_str());
     for (const auto& setting : settingDescriptions()) values_[setting.key] = stored.value(setting.key);
-    const auto all =
-        objc::sendClass<"NSDictionary", "dictionaryWithContentsOfFile:", objc::Object>(uikit::nsString(file_.string()));
-    const auto chosen = objc::send<"objectForKey:", objc::Object>(all, uikit::nsString("language"));
-    language_ = objc::isKindOf(chosen, objc::classNamed<"NSString">()) ? uikit::utf8(chosen) : std::string();
+    language_ = stored.text("language");
+    const std::string chosen = stored.text("region");
+    const std::string region = chosen.empty() ? regionOf(localeLanguage()) : chosen;
+    if (region == homeRegion()) return;
+    setHomeRegion(region);
+    followContacts();
 }
 
 std::string SettingsService::language() const {

@@ -22,7 +22,8 @@ class SettingsService : public objc::PeerBase {
     static SettingsService* shared();
     /// Which file the settings come from. Before the first reload.
     void setFile(std::filesystem::path file);
-    /// Reads everything again; what is wrong goes to standard error.
+    /// Reads everything again; what is wrong goes to standard error. The region that the user chose, or that of the
+    /// machine, is the home of numbers without a country code from then on.
     void reloadSettings();
 
     std::int64_t value(const char* key) const;
@@ -30,7 +31,6 @@ class SettingsService : public objc::PeerBase {
     objc::Strong<> pageSize() const;  // an NSNumber
     /// The language that the user chose for the product, "de"; empty for that of the machine.
     std::string language() const;
-
     bool isNeedToLoadData() const { return needToLoadData_.load(std::memory_order_relaxed); }
     void setIsNeedToLoadData(bool need) { needToLoadData_.store(need, std::memory_order_relaxed); }
     bool isCallSettingsChanged() const { return settingsChanged_.load(std::memory_order_relaxed); }

@@ -1,8 +1,6 @@
 // QuorvelUtils: texts, dates, numbers and contact pictures as messages.
 #pragma once
 
-#include <filesystem>
-
 #include "objc/layer.h"
 
 namespace quorvel {
@@ -13,9 +11,5 @@ class Utilities : public objc::PeerBase {
     static constexpr objc::Name className{"QuorvelUtils"};
     static void define(objc::ClassDefinition<Utilities>& definition);
 };
-
-/// Where the contacts' pictures lie; a file "denied" there closes the address book to the program. Before the plug-in
-/// is loaded.
-void setContactsFolder(std::filesystem::path folder);
 
 }  // namespace quorvel
