@@ -6,7 +6,10 @@
 #include "plugin/recents/loading.h"
 #include "plugin/recents/search.h"
 #include "plugin/recents/switching.h"
+#include "plugin/rows/call_records.h"
+#include "plugin/rows/contact_screens.h"
 #include "plugin/rows/presentation.h"
+#include "plugin/rows/selection.h"
 
 namespace datelog {
 namespace {
@@ -88,6 +91,23 @@ void defineTable(objc::ClassDefinition<DateLogScreen>& definition) {
         .function<"tableView:didEndEditingRowAtIndexPath:", onDateLog<&rows::didEndEditingRow>>();
 }
 
+void defineSelection(objc::ClassDefinition<DateLogScreen>& definition) {
+    definition.method<"saveNewContactAndPresentABPersonViewController", &DateLogScreen::presentSavedContact>();
+    definition.function<"tableView:didSelectRowAtIndexPath:", onDateLog<&rows::didSelectRow>>()
+        .function<"tableView:accessoryButtonTappedForRowWithIndexPath:", onDateLog<&rows::accessoryButtonTapped>>()
+        .function<"handleTableRowSelection:", onDateLog<&rows::tapCallRow>>()
+        .function<"handleDidSelectRowAtIndexAction:", onDateLog<&rows::openCallRow>>()
+        .function<"callListForTheDay:", onDateLog<&rows::callListForTheDay>>()
+        .function<"callListForSelectedCall:", onDateLog<&rows::callListForSelectedCall>>()
+        .function<"showLogAction:", onDateLog<&rows::showLogAction>>()
+        .function<"detailsButotnClicked", onDateLog<&rows::detailsButtonClicked>>()
+        .function<"personViewController:shouldPerformDefaultActionForPerson:property:identifier:",
+                  onDateLog<&rows::shouldPerformDefaultAction>>()
+        .function<"unknownPersonViewController:didResolveToPerson:", onDateLog<&rows::unknownPersonResolved>>()
+        .function<"updateCallEntry:", onDateLog<&rows::updateCallEntry>>()
+        .function<"entryDeleted:", onDateLog<&rows::entryDeleted>>();
+}
+
 }  // namespace
 
 void DateLogScreen::define(objc::ClassDefinition<DateLogScreen>& definition) {
@@ -95,6 +115,7 @@ void DateLogScreen::define(objc::ClassDefinition<DateLogScreen>& definition) {
     defineLists(definition);
     defineDeletion(definition);
     defineTable(definition);
+    defineSelection(definition);
 }
 
 }  // namespace datelog

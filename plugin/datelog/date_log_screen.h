@@ -73,6 +73,9 @@ class DateLogScreen : public objc::PeerBase {
     CGFloat heightForHeader(UITableView, NSInteger);
     CGFloat heightForFooter(UITableView, NSInteger);
 
+    /// The new contact's card gets the companion's book.
+    void presentSavedContact();
+
   private:
     QVBaseTableViewController screen() const { return objc::as<QVBaseTableViewController>(self); }
     void showSegments();

@@ -2,6 +2,7 @@
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
 #include "plugin/datelog/date_log_screen.h"
+#include "plugin/rows/contact_screens.h"
 #include "plugin/rows/filter_texts.h"
 #include "plugin/rows/number_of_rows.h"
 #include "plugin/rows/presentation.h"
@@ -66,5 +67,7 @@ NSString DateLogScreen::titleForFooter(UITableView, NSInteger) {
 
 CGFloat DateLogScreen::heightForHeader(UITableView, NSInteger) { return hasHeader() ? edgeHeight : 0.0; }
 CGFloat DateLogScreen::heightForFooter(UITableView, NSInteger) { return hasFooter() ? edgeHeight : 0.0; }
+
+void DateLogScreen::presentSavedContact() { rows::presentSavedContactIn(list(), QuorvelUtils::getAddressBook()); }
 
 }  // namespace datelog
