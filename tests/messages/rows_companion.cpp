@@ -34,7 +34,7 @@ class Entry : public objc::PeerBase {
         return call.*field;
     }
     void setRecord(int of) { record = of; }
-    bool no() { return false; }
+    int duration() { return 0; }
 
     static void define(objc::ClassDefinition<Entry>& definition) {
         definition.method<"phoneNumber", &Entry::get<&Entry::number>>()
@@ -46,6 +46,8 @@ class Entry : public objc::PeerBase {
             .method<"abRecID", &Entry::get<&Entry::record>>()
             .method<"setAbRecID:", &Entry::setRecord>()
             .method<"date", &Entry::get<&Entry::date>>()
+            .method<"duration", &Entry::duration>()
+            .method<"isOutGoing", &Entry::isOfKind<&Call::isOutgoing>>()
             .method<"isMissed", &Entry::isOfKind<&Call::isMissed>>()
             .method<"isFaceTime", &Entry::isOfKind<&Call::isFaceTime>>()
             .method<"isFaceTimeVideo", &Entry::isOfKind<&Call::isFaceTimeVideo>>();
@@ -69,6 +71,7 @@ class Settings : public objc::PeerBase {
     bool setting() {
         return companion().*field;
     }
+    bool no() { return false; }
     objc::Object pageSize() { return NSNumber::numberWithInt(companion().pageSize); }
     void setIsNeedToLoadData(bool need) {
         events().push_back(std::string("setIsNeedToLoadData: ") + (need ? "YES" : "NO"));
@@ -76,6 +79,7 @@ class Settings : public objc::PeerBase {
     static void define(objc::ClassDefinition<Settings>& definition) {
         definition.classMethod<"sharedInstance", &Settings::sharedInstance>()
             .method<"isReplaceRecentsOn", &Settings::setting<&Companion::isReplaceRecentsOn>>()
+            .method<"isGroupContacts_Call", &Settings::no>()
             .method<"isCallOnTap_Call", &Settings::setting<&Companion::isCallOnTap>>()
             .method<"isGroupByDate", &Settings::setting<&Companion::isGroupByDate>>()
             .method<"isFaceTimeEnabled", &Settings::setting<&Companion::isFaceTimeEnabled>>()
@@ -94,6 +98,7 @@ class Calls : public objc::PeerBase {
     std::int64_t seconds() { return 1; }
     objc::Object secondsText(std::int64_t) { return text<"1 s">(); }
     bool isAnyRecDeleted() { return false; }
+    void readDay(objc::Object, std::int64_t, std::int64_t, objc::Object) {}
     objc::Strong<> result(objc::Object query) {
         events().push_back("getResult: " + utf8(query));
         if (companion().answersNoList) return {};
@@ -110,6 +115,7 @@ class Calls : public objc::PeerBase {
             .method<"allCallsDuration", &Calls::seconds>()
             .method<"getAllCallsDuration:", &Calls::secondsText>()
             .method<"isAnyRecDeleted", &Calls::isAnyRecDeleted>()
+            .method<"readCallsForDate:offset:flag:date:", &Calls::readDay>()
             .method<"getResult:", &Calls::result>();
     }
 };
@@ -153,6 +159,7 @@ class Utilities : public objc::PeerBase {
     }
     static bool isEmail(Class, objc::Object text) { return utf8(text).find('@') != std::string::npos; }
     static objc::Object formatted(Class, objc::Object number) { return uikit::nsString("formatted " + utf8(number)); }
+    static bool canAccessAddressBook(Class) { return true; }
     static bool isPreIOS4(Class) { return companion().isPreIOS4; }
     static bool isIOS7(Class) { return companion().isIOS7; }
 
@@ -167,6 +174,7 @@ class Utilities : public objc::PeerBase {
             .classMethod<"getContactImage:", &Utilities::picture>()
             .classMethod<"isEmailAddress:", &Utilities::isEmail>()
             .classMethod<"getFormattedPhoneNumber:", &Utilities::formatted>()
+            .classMethod<"canAccessAddressBook", &Utilities::canAccessAddressBook>()
             .classMethod<"isPreIOS_4", &Utilities::isPreIOS4>()
             .classMethod<"isIOS_7_0", &Utilities::isIOS7>();
     }

@@ -21,6 +21,7 @@ struct Call {
     const char* location = nullptr;
     int record = -1;
     int date = 1718452800;  // noon of 15 June 2024 in UTC
+    bool isOutgoing = false;
     bool isMissed = false;
     bool isFaceTime = false;
     bool isFaceTimeVideo = false;

@@ -6,7 +6,7 @@
 #include "desktop/substrate/substrate.h"
 #include "desktop/substrate/trace.h"
 #include "desktop/uikit/application.h"
-#include "desktop/uikit/table_view.h"
+#include "desktop/uikit/table_view_controller.h"
 
 namespace rowsmessages {
 namespace {
@@ -126,44 +126,19 @@ class Header : public uikit::View {
     objc::Object delegate_;
 };
 
-class HistoryScreen : public uikit::ViewController {
+/// What the plug-in's own screens are made from.
+class Base : public uikit::TableViewController {
   public:
-    using Super = uikit::ViewController;
-    static constexpr objc::Name className{"QVLogViewController"};
-    objc::Object entry() { return entry_.get(); }
-    void setEntry(objc::Object entry) { entry_ = objc::Strong<>(entry); }
-    objc::Object delegate() { return delegate_; }
-    void setDelegate(objc::Object delegate) { delegate_ = delegate; }
-    static void define(objc::ClassDefinition<HistoryScreen>& definition) {
-        definition.method<"entry", &HistoryScreen::entry>()
-            .method<"setEntry:", &HistoryScreen::setEntry>()
-            .method<"delegate", &HistoryScreen::delegate>()
-            .method<"setDelegate:", &HistoryScreen::setDelegate>();
-    }
-
-  private:
-    objc::Strong<> entry_;
-    objc::Object delegate_;
-};
-
-class DayScreen : public uikit::ViewController {
-  public:
-    using Super = uikit::ViewController;
-    static constexpr objc::Name className{"QVDateLogViewController"};
-    objc::Object entry() { return entry_.get(); }
-    void setEntry(objc::Object entry) { entry_ = objc::Strong<>(entry); }
-    static void define(objc::ClassDefinition<DayScreen>& definition) {
-        definition.method<"dateEntry", &DayScreen::entry>().method<"setDateEntry:", &DayScreen::setEntry>();
-    }
-
-  private:
-    objc::Strong<> entry_;
+    using Super = uikit::TableViewController;
+    static constexpr objc::Name className{"QVBaseTableViewController"};
+    uikit::TableView* table() { return tableView(); }
+    static void define(objc::ClassDefinition<Base>& definition) { definition.method<"table", &Base::table>(); }
 };
 
 void registerAll() {
     registerCompanion();
     registerAddressBook();
-    objc::registerClasses<Recents, PersonCard, UnknownPersonCard, Header, HistoryScreen, DayScreen>();
+    objc::registerClasses<Recents, PersonCard, UnknownPersonCard, Header, Base>();
     if (const auto error = substrate::loadPlugin(PLUGIN_IMAGE)) throw std::runtime_error(*error);
 }
 

@@ -1,5 +1,5 @@
-// The plug-in's Recents screen in a navigation controller, between stand-ins of the contact cards and of the screens
-// that rows open.
+// The plug-in's Recents screen in a navigation controller, among stand-ins of the contact cards; the history and the
+// day that rows open are the plug-in's own.
 #pragma once
 
 #include <gmock/gmock.h>
