@@ -1,4 +1,4 @@
-// An address book of the test's own: its C interface stands before the library's, and writes down what it is asked.
+// An address book of the test's own: its functions stand before the library's, and write down what they are asked.
 #pragma once
 
 #include "platform/addressbook.h"
