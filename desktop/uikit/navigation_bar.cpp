@@ -57,6 +57,10 @@ objc::Ref<View> NavigationBar::makeBackButton() {
     button->setTitleForState(nsString(backTitle_), normalState);
     button->setTitleEdgeInsets({0, gap, 0, 0});
     button->addTargetActionForControlEvents(object(), objc::selector<"goBack">(), touchUpInside);
+    // Beside a wide title view there is room for the arrow alone.
+    const auto* middle = item_->titleView();
+    const double room = middle ? (bounds().size.width - middle->frame().size.width) / 2 - gap : maximumBackWidth;
+    if (button->sizeThatFits({}).width + gap > room) button->setTitleForState({}, normalState);
     const double width = std::min(button->sizeThatFits({}).width + gap, maximumBackWidth);
     button->setFrame({{0, 0}, {width, height}});
     return objc::Ref<View>(button.get());

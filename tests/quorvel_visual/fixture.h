@@ -35,6 +35,7 @@ class VisualTest : public testing::Test {
         sources().now = [this] { return now_; };
         sources().language = [this] { return language_; };
         sources().showsPictures = [] { return false; };
+        sources().groupsByDay = [] { return false; };
         sources().picture = [](int) { return objc::Object{}; };
         sources().number = [](const std::string& number) { return number; };
         sources().text = [](const char* key) { return std::string(key); };

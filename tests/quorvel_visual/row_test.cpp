@@ -52,6 +52,11 @@ TEST_F(RowTest, theCountIsShownWhenAskedForAndMoreThanOne) {
     EXPECT_EQ(one->drawnTexts(), (Texts{"Kim", "15:00"}));
 }
 
+TEST_F(RowTest, underItsDayACallSaysTheTimeAlone) {
+    sources().groupsByDay = [] { return true; };
+    EXPECT_EQ(textsOf({.number = "110", .date = now - 9 * day}), (Texts{"110", "15:00"}));
+}
+
 TEST_F(RowTest, theTimeFollowsTheLocalDay) {
     EXPECT_EQ(listTime(now - 15 * hour), "00:00");
     EXPECT_EQ(listTime(now - 15 * hour - 1), "Yesterday");

@@ -25,7 +25,7 @@ RowText callText(const CallFacts& facts, bool counts) {
     text.title = facts.name.empty() ? shownNumber(facts) : facts.name;
     if (counts && facts.count > 1) text.count = "(" + std::to_string(facts.count) + ")";
     text.subtitle = callSubtitle(facts);
-    text.side = listTime(facts.date);
+    text.side = sources().groupsByDay() ? clockTime(facts.date) : listTime(facts.date);
     text.initials = initialsOf(facts.name);
     return text;
 }

@@ -12,10 +12,9 @@ namespace {
 
 std::string localeName() { return icu::Locale::getDefault().getName(); }
 
-bool picturesWanted() {
-    const auto settings = objc::sendClass<"QVSettingsDataController", "sharedInstance", objc::Object>();
-    return objc::send<"isShowContactImage", bool>(settings);
-}
+objc::Object settings() { return objc::sendClass<"QVSettingsDataController", "sharedInstance", objc::Object>(); }
+bool picturesWanted() { return objc::send<"isShowContactImage", bool>(settings()); }
+bool daysWanted() { return objc::send<"isGroupByDate", bool>(settings()); }
 
 objc::Object cachedPicture(int record) {
     return objc::sendClass<"QuorvelUtils", "getContactImageFromCache:", objc::Object>(record);
@@ -38,6 +37,7 @@ Sources standard() {
     return {[] { return static_cast<std::int64_t>(std::time(nullptr)); },
             &localeName,
             &picturesWanted,
+            &daysWanted,
             &cachedPicture,
             &formattedNumber,
             &localizedText};

@@ -17,6 +17,8 @@ struct Sources {
     std::function<std::string()> language;
     /// Whether rows show pictures; asks the settings.
     std::function<bool()> showsPictures;
+    /// Whether calls stand under their days, so that a row need not say the day; asks the settings.
+    std::function<bool()> groupsByDay;
     /// A UIImage, or nil where it is not in memory; asks QuorvelUtils for the contact's record.
     std::function<objc::Object(int)> picture;
     /// A number as people write it; asks QuorvelUtils. Addresses that are not numbers come back as they are.
