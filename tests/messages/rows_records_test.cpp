@@ -75,6 +75,13 @@ TEST_F(CallRecords, areAskedWithTheNumberAsItIsStoredOnPurpose) {
     EXPECT_EQ(events().size(), 2U);
 }
 
+TEST_F(CallRecords, ofAWithheldNumberAreTheEntryItself) {
+    auto entry = entryOf({.number = nullptr});
+    auto found = send<"callListForSelectedCall:", NSArray>(entry.get());
+    ASSERT_EQ(found.count(), 1U);
+    EXPECT_EQ(found.objectAtIndex(0), entry.get());
+}
+
 TEST_F(CallRecords, areMissingAltogetherWhereTheCompanionAnswersNoList) {
     companion().answersNoList = true;
     EXPECT_FALSE((send<"callListForSelectedCall:", objc::Object>(entryOf({.record = 7}).get())));

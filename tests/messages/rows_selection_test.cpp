@@ -102,6 +102,15 @@ TEST_F(Selection, ofACallWithoutANumberDoesNothingWhileTapsCallBack) {
     EXPECT_THAT(opened(), IsEmpty());
 }
 
+TEST_F(Selection, ofANumberThatMakesNoAddressAsItIsStoredCallsNobodyOnPurpose) {
+    companion().isCallOnTap = true;
+    load({{.number = "030 1234"}, {.number = "*31#0301234"}});
+    tap(0);
+    tap(1);
+    EXPECT_THAT(addresses(), IsEmpty());
+    EXPECT_THAT(opened(), IsEmpty());
+}
+
 TEST_F(Selection, byTheDetailButtonOpensTheContactWhateverTapsDo) {
     companion().isCallOnTap = true;
     load({{}});
