@@ -1,0 +1,41 @@
+// Calls from comma-separated values.
+#pragma once
+
+#include <fstream>
+#include <map>
+
+#include "tools/csv/csv_reader.h"
+#include "tools/import/importer.h"
+
+namespace tools {
+
+/// Columns by the names of the first line, in any order: date, address, kind and duration, and perhaps facetime, name,
+/// contact and location. Other columns are passed over.
+class CsvImporter : public Importer {
+  public:
+    explicit CsvImporter(const std::filesystem::path& file);
+    std::variant<quorvel::store::NewCall, Complaint, End> next() override;
+    double progress() const override;
+
+  private:
+    enum class Column { Date, Address, Kind, Duration, FaceTime, Name, Contact, Location };
+    /// A wrong field of the present record.
+    struct Wrong {
+        Place place;
+        std::string what;
+    };
+
+    std::variant<quorvel::store::NewCall, Complaint, End> readHeader();
+    std::variant<quorvel::store::NewCall, Wrong> callOf(const CsvRecord& record) const;
+    const CsvField& field(const CsvRecord& record, Column column) const;
+
+    std::ifstream stream_;
+    std::uint64_t size_;
+    CsvReader reader_;
+    std::map<Column, std::size_t> columns_;
+    std::size_t columnCount_ = 0;
+    bool headerRead_ = false;
+    bool unusable_ = false;
+};
+
+}  // namespace tools

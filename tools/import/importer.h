@@ -1,0 +1,33 @@
+// A source of calls: a file of one format, read call by call.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "desktop/quorvel/store/call.h"
+
+namespace tools {
+
+/// What is wrong with one call of a file.
+struct Complaint {
+    std::string place;  ///< As it follows the file's name: "12:5", "row 17".
+    std::string what;   ///< One sentence or two: what is wrong, and what to do.
+};
+
+/// Reads its source and never writes to it; holds no more than a call's worth of it at a time.
+class Importer {
+  public:
+    virtual ~Importer() = default;
+    struct End {};
+    /// The next call, what is wrong with the next one, or the end. After a complaint reading goes on behind it.
+    virtual std::variant<quorvel::store::NewCall, Complaint, End> next() = 0;
+    /// How much of the source was read, from 0 to 1.
+    virtual double progress() const = 0;
+};
+
+/// An importer for the file, or a sentence that says why it cannot be read.
+std::variant<std::unique_ptr<Importer>, std::string> openImporter(const std::filesystem::path& file);
+
+}  // namespace tools

@@ -1,0 +1,78 @@
+// list: the newest calls as a table.
+#include <cstdio>
+#include <ctime>
+#include <map>
+#include <memory>
+
+#include "tools/quorvelctl/session.h"
+
+namespace tools {
+namespace {
+
+using quorvel::store::CallRecord;
+using quorvel::store::Cursor;
+using quorvel::store::Filter;
+
+std::string timeText(std::int64_t seconds) {
+    const auto time = static_cast<std::time_t>(seconds);
+    std::tm local{};
+    localtime_r(&time, &local);
+    char text[32];
+    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local)};
+}
+
+const char* kindText(const CallRecord& call) {
+    using namespace quorvel::store;
+    if (isDialled(call.flags, call.duration)) return "dialled";
+    if (isCancelled(call.flags, call.duration)) return "cancelled";
+    return isReceived(call.flags, call.duration) ? "received" : "missed";
+}
+
+const char* serviceText(const CallRecord& call) {
+    if (!quorvel::store::isFaceTime(call.flags)) return "telephone";
+    return quorvel::store::isFaceTimeVideo(call.flags) ? "video" : "audio";
+}
+
+int list(Session& session, Filter filter, std::int64_t limit) {
+    constexpr std::int64_t pageSize = 1000;
+    Cursor cursor = Cursor::top();
+    while (limit > 0) {
+        const auto page = session.calls().page(filter, {}, cursor, std::min(limit, pageSize));
+        if (!page) return complain(page.error().message);
+        for (const auto& call : page->rows)
+            std::printf("%lld\t%s\t%s\t%s\t%d\t%s\t%s\n", static_cast<long long>(call.rowId),
+                        timeText(call.date).c_str(), kindText(call), serviceText(call), call.duration,
+                        call.address.c_str(), call.name.c_str());
+        limit -= static_cast<std::int64_t>(page->rows.size());
+        if (page->atEnd || page->rows.empty()) break;
+        cursor = page->next;
+    }
+    return succeeded;
+}
+
+}  // namespace
+
+void addList(CLI::App& program, Session& session) {
+    struct Options {
+        Filter filter = Filter::all;
+        std::int64_t limit = 50;
+    };
+    static const std::map<std::string, Filter> filters{
+        {"all", Filter::all}, {"dialled", Filter::dialled}, {"received", Filter::received}, {"missed", Filter::missed}};
+    auto options = std::make_shared<Options>();
+    auto* command = program.add_subcommand("list", "Prints the newest calls, newest first");
+    command->add_option("--filter", options->filter, "all, dialled, received or missed")
+        ->type_name("KIND")
+        ->transform(CLI::CheckedTransformer(filters).description(""));
+    command->add_option("--limit", options->limit, "At most that many (default: 50)")
+        ->type_name("N")
+        ->check(CLI::Range(std::int64_t{1}, std::int64_t{INT64_MAX}));
+    command->footer(
+        "A line a call, with tabs between: number, local time, kind, service, seconds, address, name.\n\n"
+        "Example:\n  quorvelctl list --filter missed --limit 10");
+    command->callback([&session, options] {
+        session.chosen = [&session, options] { return list(session, options->filter, options->limit); };
+    });
+}
+
+}  // namespace tools

@@ -1,0 +1,23 @@
+// quorvelctl: the call log from the command line.
+#include "objc/strong.h"
+#include "tools/quorvelctl/session.h"
+
+int main(int argumentCount, char** arguments) {
+    const objc::AutoreleasePool pool;
+    tools::Session session;
+    CLI::App program{"The handset's call log from the command line. A Phone that is open follows each change."};
+    program.name("quorvelctl");
+    program.require_subcommand(1);
+    program.add_option("--data", session.dataOption, "Folder of one handset (default: the user's own)")
+        ->type_name("DIR");
+    program.fallthrough();
+    for (auto* add :
+         {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet, tools::addNotify})
+        add(program, session);
+    try {
+        program.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& error) {
+        return program.exit(error) == 0 ? tools::succeeded : tools::unusable;
+    }
+    return session.chosen();
+}
