@@ -1,0 +1,38 @@
+// The program quorvelctl, run on a data directory of the test's own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tools_tests {
+
+struct Outcome {
+    int status = -1;
+    std::string output;
+    std::string errors;
+    std::vector<std::string> lines() const;
+};
+
+/// A data directory, gone with the object.
+class Directory {
+  public:
+    Directory();
+    ~Directory();
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
+
+    std::filesystem::path file(const std::string& name) const { return path_ / name; }
+    std::filesystem::path data() const { return path_ / "data"; }
+    /// Writes a file beside the data and answers its path.
+    std::filesystem::path write(const std::string& name, const std::string& content) const;
+    /// Runs `quorvelctl --data DIRECTORY ARGUMENTS`, as a shell reads them; ended after a minute.
+    Outcome run(const std::string& arguments) const;
+
+  private:
+    std::filesystem::path path_;
+};
+
+std::string contentOf(const std::filesystem::path& file);
+
+}  // namespace tools_tests
