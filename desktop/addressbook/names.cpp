@@ -78,6 +78,8 @@ std::string language() {
     return all.name.empty() ? icu::Locale::getDefault().getLanguage() : all.name;
 }
 
+std::string localeName() { return icu::Locale::getDefault().getName(); }
+
 int compareNames(const Contact& left, const Contact& right, NameOrder order) {
     return compareTexts(collator().get(), keyOfName(left, order), keyOfName(right, order));
 }

@@ -12,6 +12,8 @@ namespace contacts {
 /// The language for sorting and for labels, "de"; that of the process's locale until one is set. Any thread.
 void setLanguage(std::string language);
 std::string language();
+/// The name of the process's locale, "de_AT".
+std::string localeName();
 
 enum class NameOrder { firstName, lastName };
 

@@ -3,14 +3,10 @@
 
 #include <atomic>
 #include <cstdio>
-#include <map>
 #include <mutex>
-#include <tuple>
 
 #include "desktop/addressbook/address_book.h"
 #include "desktop/addressbook/book.h"
-#include "desktop/addressbook/labels.h"
-#include "desktop/addressbook/names.h"
 #include "desktop/addressbook/objects.h"
 #include "desktop/quorvel/services/contact_pictures.h"
 #include "desktop/quorvel/services/data_service.h"
@@ -63,28 +59,6 @@ void linkInBackground() {
     SettingsService::shared()->setIsNeedToLoadData(true);
 }
 
-/// Whom calls are to be linked to, with all the addresses that are theirs.
-using Links = std::map<std::tuple<int, std::string, std::string>, std::vector<std::string>>;
-
-void noteLink(Links& links, const store::NamedAddress& known, const std::optional<Caller>& caller) {
-    const auto& book = Book::shared();
-    const bool wasContact = known.contactId > 0 && known.contactId <= book.newestRecord();
-    if (!caller && !wasContact) return;
-    const Caller wanted = caller.value_or(Caller());
-    const bool isSame = known.contactId == wanted.record && known.name == wanted.name && known.label == wanted.label;
-    if (!isSame) links[{wanted.record, wanted.name, wanted.label}].push_back(known.address);
-}
-
-std::optional<std::string> write(store::CallStore& calls, const Links& links) {
-    std::optional<std::string> trouble;
-    for (const auto& [caller, addresses] : links) {
-        const auto& [record, name, label] = caller;
-        const auto linked = calls.link(addresses, record, name, label);
-        if (!linked) trouble = linked.error().message;
-    }
-    return trouble;
-}
-
 }  // namespace
 
 void openContacts(const std::filesystem::path& folder) {
@@ -130,39 +104,6 @@ const void* personOf(int record) { return ABAddressBookGetPersonWithRecordID(sha
 
 std::vector<std::string> numbersOf(const void* person) { return valuesOf(person, Property::phone); }
 std::vector<std::string> emailsOf(const void* person) { return valuesOf(person, Property::email); }
-
-std::optional<Caller> callerOf(const std::string& address) {
-    const Book& book = Book::shared();
-    const auto match = canSeeContacts() ? book.match(address) : std::nullopt;
-    const auto contact = match ? book.contact(match->record) : std::nullopt;
-    if (!contact) return std::nullopt;
-    const auto& values = contact->list(match->property);
-    const auto index = static_cast<std::size_t>(match->index);
-    const std::string label = index < values.size() ? values[index].label : std::string();
-    return Caller{match->record, contacts::compositeName(*contact),
-                  contacts::label::forPeople(label, contacts::language())};
-}
-
-std::optional<std::string> linkCalls(store::CallStore& calls) {
-    if (!canSeeContacts() || !Book::shared().isOpen()) return std::nullopt;
-    const auto known = calls.addresses();
-    if (!known) return known.error().message;
-    Links links;
-    for (const auto& each : *known) noteLink(links, each, callerOf(each.address));
-    return write(calls, links);
-}
-
-std::optional<std::string> linkCallsOf(store::CallStore& calls, const void* person) {
-    const int record = ABRecordGetRecordID(person);
-    const auto known = calls.addresses();
-    if (!known) return known.error().message;
-    Links links;
-    for (const auto& each : *known) {
-        const auto caller = callerOf(each.address);
-        if (caller && caller->record == record) noteLink(links, each, caller);
-    }
-    return write(calls, links);
-}
 
 void followContacts() {
     if (following().isDue.exchange(true)) return;

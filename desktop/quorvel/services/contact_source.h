@@ -2,11 +2,10 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "desktop/quorvel/store/call_store.h"
+#include "desktop/addressbook/call_links.h"
 
 namespace quorvel {
 
@@ -25,22 +24,9 @@ const void* personOf(int record);
 std::vector<std::string> numbersOf(const void* person);
 std::vector<std::string> emailsOf(const void* person);
 
-/// What calls with an address say of the contact that it belongs to.
-struct Caller {
-    int record = store::noContact;
-    std::string name;
-    std::string label;  ///< as people read it
-};
-/// Nothing where the address is nobody's, or access is denied. Any thread; off the main thread where contacts may have
-/// just changed, because then all their numbers are looked at.
-std::optional<Caller> callerOf(const std::string& address);
-
-/// Gives the calls of the log the contact, name and label of today: those of a contact that has gone or has lost the
-/// number become nobody's. Calls whose contact the book never had are left. Answers what could not be written. Any
-/// thread but the main one.
-std::optional<std::string> linkCalls(store::CallStore& calls);
-/// The same for the calls of one person's addresses.
-std::optional<std::string> linkCallsOf(store::CallStore& calls, const void* person);
+using contacts::callerOf;
+using contacts::linkCalls;
+using contacts::linkCallsOf;
 
 /// Links the calls in the background, now and whenever contacts change; then the lists are to be loaded again. Any
 /// thread.

@@ -44,7 +44,7 @@ long emailIndex(Class, const void* person, CallEntry* entry) {
 void updateHistory(Class, const void* person, int record) {
     store::CallStore* calls = DataService::shared()->store();
     if (!calls || !person || record <= 0) return;
-    if (const auto trouble = linkCallsOf(*calls, person)) std::fprintf(stderr, "libQuorvel: %s\n", trouble->c_str());
+    if (const auto trouble = linkCallsOf(*calls, record)) std::fprintf(stderr, "libQuorvel: %s\n", trouble->c_str());
 }
 
 bool isPreIOS4(Class) { return false; }
