@@ -1,80 +1,18 @@
-// The store beside bare SQLite on the same data: the first page at every size of the log, deep pages, search, import.
+// The store beside bare SQLite on the same data: the first page at every size of the log, deep pages, import.
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <filesystem>
-#include <map>
-#include <random>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 
-#include "desktop/quorvel/store/call_store.h"
 #include "desktop/quorvel/store/import_session.h"
 #include "desktop/quorvel/store/local_days.h"
+#include "sized_log.h"
 
 namespace {
 
 using namespace quorvel::store;
-
-template <class Value>
-Value valueOf(Result<Value> result) {
-    if (!result) throw std::runtime_error(result.error().message);
-    return std::move(*result);
-}
-
-/// People called with skew, a call every six minutes or so, a few at the same second.
-std::vector<NewCall> makeCalls(std::int64_t count) {
-    std::mt19937_64 random(1);
-    std::vector<NewCall> calls(static_cast<std::size_t>(count));
-    const auto parties = static_cast<double>(std::max<std::int64_t>(10, count / 18));
-    std::int64_t date = 1'000'000'000;
-    for (NewCall& call : calls) {
-        const double chance = static_cast<double>(random() % 1000000) / 1000000.0;
-        const auto party = static_cast<std::int64_t>(chance * chance * chance * parties);
-        call.address = "+4930" + std::to_string(1000000 + party);
-        call.contactId = party % 3 == 0 ? noContact : static_cast<std::int32_t>(party);
-        if (party % 3 != 0) call.name = "Person " + std::to_string(party);
-        if (party % 5 == 0) call.location = "Berlin";
-        date += static_cast<std::int64_t>(random() % 720);
-        call.date = date;
-        call.duration = random() % 3 == 0 ? 0 : static_cast<std::int32_t>(random() % 900);
-        call.flags = random() % 2 == 0 ? 4 : 5;
-    }
-    return calls;
-}
-
-class Folder {
-  public:
-    Folder() {
-        std::string name = (std::filesystem::temp_directory_path() / "store-benchmark-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no folder for the benchmark");
-        path_ = name;
-    }
-    ~Folder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    std::filesystem::path file(const std::string& name) const { return path_ / name; }
-
-  private:
-    std::filesystem::path path_;
-};
-
-/// One log of each size, made once for all benchmarks.
-CallStore& storeOf(std::int64_t count) {
-    static const Folder folder;
-    static std::map<std::int64_t, CallStore> stores;
-    const auto known = stores.find(count);
-    if (known != stores.end()) return known->second;
-    CallStore store = valueOf(CallStore::open(folder.file(std::to_string(count) + ".db")));
-    ImportSession session = valueOf(store.beginImport());
-    for (const NewCall& call : makeCalls(count)) valueOf(session.add(call));
-    valueOf(session.finish());
-    return stores.emplace(count, std::move(store)).first->second;
-}
 
 void bareFirstPage(benchmark::State& state) {
     sqlite3* database = nullptr;
@@ -109,6 +47,15 @@ void pageInTheMiddle(benchmark::State& state) {
     const CallStore& store = storeOf(state.range(0));
     const std::int64_t middle = state.range(0) / 3;
     for (auto _ : state) benchmark::DoNotOptimize(store.pageAt(Filter::all, {false, byContact}, middle, 50));
+}
+
+/// The next page of a list of which so many rows were loaded, by key.
+template <bool byContact>
+void nextPage(benchmark::State& state) {
+    const CallStore& store = storeOf(1'000'000);
+    const Mode mode{false, byContact};
+    const Cursor cursor = valueOf(store.cursorAt(Filter::all, mode, state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(store.page(Filter::all, mode, cursor, 50));
 }
 
 void totals(benchmark::State& state) {
@@ -209,6 +156,8 @@ BENCHMARK(firstPage<false, true, Filter::all>)->Name("firstPageOfRuns") EACH_SIZ
 BENCHMARK(firstPage<true, false, Filter::all>)->Name("firstPageOfDays") EACH_SIZE;
 BENCHMARK(pageInTheMiddle<false>)->Name("pageOfCallsByRowNumber") EACH_SIZE;
 BENCHMARK(pageInTheMiddle<true>)->Name("pageOfRunsByRowNumber") EACH_SIZE;
+BENCHMARK(nextPage<false>)->Name("nextPageOfCallsAtDepth")->Arg(0)->Arg(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(nextPage<true>)->Name("nextPageOfRunsAtDepth")->Arg(0)->Arg(10000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(totals) EACH_SIZE;
 BENCHMARK_CAPTURE(search, commonTerm, "person 1") EACH_SIZE;
 BENCHMARK_CAPTURE(search, rareTerm, "493010009") EACH_SIZE;

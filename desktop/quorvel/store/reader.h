@@ -68,7 +68,10 @@ class Reader {
     Cursor cursorInSpan(Filter filter, bool fold, std::int64_t span, std::int64_t number);
     std::optional<DayBounds> boundsOf(std::int64_t day);
     std::vector<std::int64_t> partiesOf(const Correspondent& with);
-    Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
+    /// `expected` calls, more or less, are in the stretch.
+    Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
+                std::int64_t expected);
+    std::vector<CallRow> rowsOf(const std::vector<std::int64_t>& parties, const Stretch& stretch);
     const Party& party(std::int64_t number);
     CallRecord recordOf(const CallRow& row, std::string_view location);
     void appendRow(Page& page, std::int64_t rowId);

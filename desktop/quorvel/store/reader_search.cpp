@@ -59,7 +59,33 @@ std::optional<CallRecord> Reader::call(std::int64_t rowId) {
     return page.rows.empty() ? std::nullopt : std::optional(std::move(page.rows.front()));
 }
 
-Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
+std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, const Stretch& stretch) {
+    std::vector<CallRow> rows;
+    for (const std::int64_t party : parties) {
+        walkParty(connection_, party, stretch, [&](const CallRow& row) {
+            rows.push_back(row);
+            return true;
+        });
+    }
+    std::sort(rows.begin(), rows.end(), isNewer);
+    return rows;
+}
+
+Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
+                    std::int64_t expected) {
+    if (limit >= expected) {
+        // All of them are wanted, so sorting is cheaper than merging.
+        const std::vector<CallRow> rows = rowsOf(parties, stretch);
+        Page all;
+        all.next = stretch.below;
+        all.atEnd = static_cast<std::int64_t>(rows.size()) <= limit;
+        for (const CallRow& row : rows) {
+            if (static_cast<std::int64_t>(all.rows.size()) >= limit) break;
+            appendRow(all, row.rowId);
+            all.next = {row.date, row.rowId, row.day};
+        }
+        return all;
+    }
     const auto nextOf = [&](std::int64_t party, const Cursor& below) {
         std::optional<CallRow> next;
         Stretch rest = stretch;
@@ -118,7 +144,7 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
     const auto parties = static_cast<std::int64_t>(found.parties.size());
     const std::int64_t gathered = std::min(found.calls, limit);
     if (product(parties, costOfParty) + product(gathered, costOfGathered) < walked) {
-        return gather(found.parties, stretch, limit);
+        return gather(found.parties, stretch, limit, found.calls);
     }
     std::vector<bool> matches(static_cast<std::size_t>(found.parties.back()) + 1);
     for (const std::int64_t party : found.parties) matches[static_cast<std::size_t>(party)] = true;
@@ -168,15 +194,7 @@ std::vector<std::int64_t> Reader::partiesOf(const Correspondent& with) {
 }
 
 std::vector<CallRow> Reader::historyRows(Filter filter, const Correspondent& with) {
-    std::vector<CallRow> rows;
-    for (const std::int64_t party : partiesOf(with)) {
-        walkParty(connection_, party, {filter, {}, INT64_MIN, {}}, [&](const CallRow& row) {
-            rows.push_back(row);
-            return true;
-        });
-    }
-    std::sort(rows.begin(), rows.end(), isNewer);
-    return rows;
+    return rowsOf(partiesOf(with), {filter, {}, INT64_MIN, {}});
 }
 
 std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with) {
@@ -186,7 +204,7 @@ std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with
 }
 
 Page Reader::historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) {
-    return gather(partiesOf(with), {filter, after, INT64_MIN, {}}, limit);
+    return gather(partiesOf(with), {filter, after, INT64_MIN, {}}, limit, INT64_MAX);
 }
 
 DeletedPage Reader::deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now) {

@@ -31,11 +31,34 @@ std::string foldCase(std::string_view text) {
     return folded;
 }
 
+namespace {
+
+std::size_t placeOfTriple(const char* bytes) {
+    const auto byte = [&](int at) { return static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at])); };
+    // An odd multiplier; the high bits of the product are the well mixed ones.
+    return ((byte(0) << 16U | byte(1) << 8U | byte(2)) * 2654435769U) >> 14U;
+}
+
+}  // namespace
+
+void SearchIndex::noteTriples(std::size_t from) {
+    for (std::size_t at = from; at + 3 <= block_.size(); ++at) triples_.set(placeOfTriple(block_.data() + at));
+}
+
+bool SearchIndex::mayHold(std::string_view term) const {
+    for (std::size_t at = 0; at + 3 <= term.size(); ++at) {
+        if (!triples_.test(placeOfTriple(term.data() + at))) return false;
+    }
+    return true;
+}
+
 void SearchIndex::update(Connection& connection, std::int64_t revision) {
     if (revision != revision_) {
         block_.clear();
         entries_.clear();
+        triples_.reset();
     }
+    const std::size_t known = block_.size();
     Statement& parties =
         connection.statement("select party, address, name, calls from party where party > ?1 order by party");
     const ResetLater later(parties);
@@ -45,13 +68,15 @@ void SearchIndex::update(Connection& connection, std::int64_t revision) {
         block_.append(1, '\0').append(foldCase(parties.text(2)));
         block_.append(1, '\0').append(foldCase(parties.text(1)));
     }
+    // No term spans two names: the zeros between them are in none.
+    noteTriples(known);
     revision_ = revision;
 }
 
 FoundParties SearchIndex::find(std::string_view text) const {
     FoundParties found;
     const std::string term = foldCase(text);
-    if (term.empty() || term.find('\0') != std::string::npos) return found;
+    if (term.empty() || term.find('\0') != std::string::npos || !mayHold(term)) return found;
     auto entry = entries_.begin();
     for (std::size_t from = 0; from < block_.size();) {
         const auto* place =

@@ -2,6 +2,7 @@
 // of memory.
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -32,7 +33,12 @@ class SearchIndex {
         std::size_t begin = 0;
     };
 
+    /// Whether the block may hold these three bytes in a row: what it surely lacks need not be looked for.
+    bool mayHold(std::string_view term) const;
+    void noteTriples(std::size_t from);
+
     std::string block_;
+    std::bitset<1U << 18U> triples_;
     std::vector<Entry> entries_;
     std::int64_t revision_ = -1;
 };
