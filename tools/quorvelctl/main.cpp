@@ -11,8 +11,8 @@ int main(int argumentCount, char** arguments) {
     program.add_option("--data", session.dataOption, "Folder of one handset (default: the user's own)")
         ->type_name("DIR");
     program.fallthrough();
-    for (auto* add :
-         {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet, tools::addNotify})
+    for (auto* add : {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet,
+                      tools::addNotify, tools::addContacts, tools::addDeleted, tools::addUndelete})
         add(program, session);
     try {
         program.parse(argumentCount, arguments);

@@ -50,6 +50,9 @@ void addList(CLI::App& program, Session& session);
 void addGet(CLI::App& program, Session& session);
 void addSet(CLI::App& program, Session& session);
 void addNotify(CLI::App& program, Session& session);
+void addContacts(CLI::App& program, Session& session);
+void addDeleted(CLI::App& program, Session& session);
+void addUndelete(CLI::App& program, Session& session);
 
 /// Announced where calls came or went by another way than a call: an import, a restored log.
 inline constexpr std::string_view databaseRestored = "QuorvelRestoreDatabaseNotification";
