@@ -15,6 +15,7 @@
 #include "desktop/uikit/sheet.h"
 #include "desktop/uikit/tab_bar_controller.h"
 #include "desktop/uikit/table_view_controller.h"
+#include "desktop/uikit/text_field.h"
 #include "desktop/uikit/view.h"
 #include "desktop/uikit/view_controller.h"
 
@@ -35,6 +36,7 @@ void registerToolkit() {
         ImageView,             //
         Control,               //
         Button,                //
+        TextField,             //
         SegmentedControl,      //
         ActivityIndicator,     //
         IndicatorAppearance,   //

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/uikit/button.h"
+#include "desktop/uikit/line_editor.h"
 #include "desktop/uikit/segmented_control.h"
 #include "objc/strong_slot.h"
 
@@ -14,7 +15,7 @@ class SearchField : public View {
     static constexpr objc::Name className{"UISearchBarTextField"};
     static void define(objc::ClassDefinition<SearchField>& definition);
 
-    const std::string& text() const { return text_; }
+    const std::string& text() const { return editor_.text(); }
     /// The text as an NSString. Any thread.
     objc::Strong<> string() const { return string_.load(); }
     /// Puts the caret at the end; calls nobody.
@@ -33,17 +34,14 @@ class SearchField : public View {
     std::vector<std::string> drawnTexts() const override;
 
   private:
-    void drawEditedText(graphics::Canvas& canvas) const;
     Rect textRect() const;
     Rect clearRect() const;
-    void remove(std::size_t from, std::size_t to);
     void edited();
     void publish();
 
-    std::string text_;
+    LineEditor editor_;
     objc::StrongSlot<> string_;  // what other threads read
     std::string placeholder_;
-    std::size_t caret_ = 0;
     std::function<void()> edited_;
     std::function<void()> focused_;
 };

@@ -116,7 +116,7 @@ void Sheet::layoutSubviews() {
 void Sheet::draw(graphics::Canvas& canvas) {
     canvas.fill(bounds(), Color::gray(0, dimming * shown_));
     const Rect panel = panel_->frame().translated(panel_->displacement().x, panel_->displacement().y);
-    const Color ground = Color::gray(1, isAlert(content_) ? 0.97 * shown_ : 0.97);
+    const Color ground = Color::gray(1, isAlert(content_) ? shown_ : 1);
     double groupTop = panel.top();
     auto closeGroup = [&](double bottom) {
         if (bottom > groupTop)
@@ -132,7 +132,8 @@ void Sheet::draw(graphics::Canvas& canvas) {
     closeGroup(panel.top() + (buttons_.empty() ? panel.height() : buttons_.back()->frame().bottom()));
     for (const auto& button : buttons_) {
         const double top = panel.top() + button->frame().top();
-        if (top > groupTop || top > panel.top())
+        // The top button of a group has the group's rounded edge above it.
+        if (top > panel.top() && top != groupTop)
             canvas.horizontalHairline(panel.left(), panel.right(), top, palette::separator);
     }
 }

@@ -10,6 +10,8 @@
 namespace uikit {
 namespace {
 
+constexpr std::string_view carrier = "Carrier";
+
 std::function<std::string()>& clockText() {
     static std::function<std::string()> text;
     return text;
@@ -42,9 +44,9 @@ void drawStatusBar(graphics::Canvas& canvas, const Rect& rect, const Color& colo
     for (int i = 0; i < dots; ++i, x += 7) canvas.fillCircle({x, rect.centre().y}, radius, color);
     graphics::TextStyle style;
     style.font = graphics::Font::system(12);
-    drawText(canvas, "Quorvel", {{x, rect.top()}, {60, rect.height()}}, style, color);
+    drawText(canvas, carrier, {{x, rect.top()}, {60, rect.height()}}, style, color);
     if (network.visible) {
-        const double right = x + measureText("Quorvel", style).width + 5;
+        const double right = x + measureText(carrier, style).width + 5;
         graphics::drawSpinner(canvas, {{right, rect.centre().y - 6}, {12, 12}}, color, network.turn);
     }
     style.font = graphics::Font::system(12, graphics::Weight::Semibold);

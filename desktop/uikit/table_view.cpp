@@ -13,6 +13,7 @@ constexpr double separatorInset = 15;
 
 void TableView::define(objc::ClassDefinition<TableView>& definition) {
     definition.method<"initWithFrame:style:", &TableView::initWithFrameStyle>()
+        .method<"style", &TableView::style>()
         .method<"dataSource", &TableView::dataSource>()
         .method<"setDataSource:", &TableView::setDataSource>()
         .method<"setDelegate:", &TableView::setDelegate>()
@@ -25,6 +26,7 @@ void TableView::define(objc::ClassDefinition<TableView>& definition) {
         .method<"endUpdates", &TableView::endUpdates>()
         .method<"registerClass:forCellReuseIdentifier:", &TableView::registerClass>()
         .method<"registerClass:forHeaderFooterViewReuseIdentifier:", &TableView::registerHeaderFooterClass>()
+        .method<"dequeueReusableHeaderFooterViewWithIdentifier:", &TableView::dequeueHeaderFooter>()
         .method<"dequeueReusableCellWithIdentifier:", &TableView::dequeueCell>()
         .method<"dequeueReusableCellWithIdentifier:forIndexPath:", &TableView::dequeueCellForPath>()
         .method<"cellForRowAtIndexPath:", &TableView::cellAtPath>()
@@ -50,11 +52,12 @@ void TableView::define(objc::ClassDefinition<TableView>& definition) {
 
 objc::Object TableView::initWithFrame(Rect frame) {
     const auto made = ScrollView::initWithFrame(frame);
-    setBackgroundColor(uiColor(Color::white()));
+    setBackgroundColor(uiColor(style_ == grouped ? palette::groupedBackground : Color::white()));
     return made;
 }
 
-objc::Object TableView::initWithFrameStyle(Rect frame, long) {
+objc::Object TableView::initWithFrameStyle(Rect frame, long style) {
+    style_ = style;
     return objc::send<"initWithFrame:", objc::Object>(object(), frame);
 }
 
@@ -90,16 +93,6 @@ void TableView::endUpdates() {
     if (updates_ > 0 && --updates_ == 0) reloadData();
 }
 
-std::string TableView::ask(SEL title, long section) {
-    if (!dataSource_ || !objc::respondsTo(dataSource(), title)) return {};
-    return utf8(objc::sendSelector<objc::Object>(dataSource(), title, object(), section));
-}
-
-double TableView::heightOf(SEL message, long section, const std::string& title) {
-    if (delegateAnswers(message)) return objc::sendSelector<double>(delegate(), message, object(), section);
-    return title.empty() ? 0 : TableHeaderFooterView::usualHeight;
-}
-
 TableView::Section TableView::makeSection(long index, double top) {
     const long rows = objc::send<"tableView:numberOfRowsInSection:", long>(dataSource(), object(), index);
     std::vector<double> heights(static_cast<std::size_t>(std::max(rows, 0L)), rowHeight_);
@@ -109,17 +102,10 @@ TableView::Section TableView::makeSection(long index, double top) {
                 delegate(), object(), indexPath({index, static_cast<long>(row)}));
     std::string header = ask(objc::selector<"tableView:titleForHeaderInSection:">(), index);
     std::string footer = ask(objc::selector<"tableView:titleForFooterInSection:">(), index);
-    const double headerHeight = heightOf(objc::selector<"tableView:heightForHeaderInSection:">(), index, header);
-    const double footerHeight = heightOf(objc::selector<"tableView:heightForFooterInSection:">(), index, footer);
-    return {SectionLayout(top, headerHeight, heights, footerHeight), std::move(header), std::move(footer), {}, {}};
-}
-
-objc::Ref<TableHeaderFooterView> TableView::makeBand(const std::string& title) {
-    if (title.empty()) return {};
-    auto band = objc::Ref<TableHeaderFooterView>::make<"initWithFrame:">(
-        Rect{{0, 0}, {bounds().size.width, TableHeaderFooterView::usualHeight}});
-    band->textLabel()->setString(title);
-    return band;
+    const double headerHeight = heightOf(headerBand(), index, header);
+    const double footerHeight = heightOf(footerBand(), index, footer);
+    return {
+        SectionLayout(top, headerHeight, heights, footerHeight), std::move(header), std::move(footer), {}, {}, false};
 }
 
 void TableView::dropCells() {
@@ -130,9 +116,7 @@ void TableView::reloadIfNeeded() {
     if (!std::exchange(needsReload_, false)) return;
     dropCells();
     hideDelete();
-    for (auto& section : sections_)
-        for (auto* band : {&section.header, &section.footer})
-            if (*band) (*band)->removeFromSuperview();
+    dropBands();
     sections_.clear();
     double top = header_ ? header_->frame().size.height : 0;
     if (dataSource_) {
@@ -188,30 +172,6 @@ void TableView::layoutSubviews() {
     layOutRows();
     layOutBands();
     placeDeleteButton();
-}
-
-void TableView::layOutBands() {
-    const double width = bounds().size.width;
-    const double top = contentOffset().y;
-    for (auto& section : sections_) {
-        const SectionLayout& layout = section.layout;
-        if (!section.header && layout.headerHeight() > 0) {
-            section.header = makeBand(section.headerTitle);
-            if (section.header) addSubview(section.header);
-        }
-        if (!section.footer && layout.footerHeight() > 0) {
-            section.footer = makeBand(section.footerTitle);
-            if (section.footer) addSubview(section.footer);
-        }
-        if (section.header) {
-            // The header stays in view as long as its section does.
-            const double lowest = layout.footerTop() - layout.headerHeight();
-            const double y = std::clamp(top, layout.top(), std::max(layout.top(), lowest));
-            section.header->setFrame({{0, y}, {width, layout.headerHeight()}});
-            bringSubviewToFront(section.header);
-        }
-        if (section.footer) section.footer->setFrame({{0, layout.footerTop()}, {width, layout.footerHeight()}});
-    }
 }
 
 void TableView::layOutRows() {
@@ -276,9 +236,13 @@ void TableView::draw(graphics::Canvas& canvas) {
 
 void TableView::drawAbove(graphics::Canvas& canvas) {
     for (const auto& [place, cell] : cells_) {
+        // The last row of a group has the group's edge below it.
+        if (style_ == grouped && place.row + 1 == sections_[static_cast<std::size_t>(place.section)].layout.rowCount())
+            continue;
         const double y = cell->frame().bottom() - canvas.pixel();
         canvas.horizontalHairline(separatorInset, bounds().size.width, y, palette::separator);
     }
+    if (style_ == grouped) drawGroupEdges(canvas);
     ScrollView::drawAbove(canvas);
 }
 

@@ -22,11 +22,20 @@ class TableHeaderFooterView : public View {
     static constexpr double usualHeight = 26;
 
     objc::Object initWithFrame(Rect frame) override;
+    objc::Object initWithReuseIdentifier(objc::Object identifier);
+    objc::Object reuseIdentifier() const { return identifier_; }
+    virtual void prepareForReuse() {}
     Label* textLabel() const { return label_; }
     void layoutSubviews() override;
 
+    /// The look in a grouped table: no ground, the text next to its group.
+    enum class Side { Header, Footer };
+    void setGrouped(Side side);
+
   private:
+    objc::Strong<> identifier_;
     objc::Ref<Label> label_;
+    bool grouped_ = false;
 };
 
 struct RowPlace {
@@ -44,7 +53,9 @@ class TableView : public ScrollView {
     // Messages of the same names. Delegate and data source are not retained. Heights are asked for every row at each
     // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only.
     objc::Object initWithFrame(Rect frame) override;
+    enum Style : long { plain = 0, grouped = 1 };
     objc::Object initWithFrameStyle(Rect frame, long style);
+    long style() const { return style_; }
     objc::Object dataSource() const { return objc::Object{dataSource_}; }
     void setDataSource(objc::Object source);
     void setDelegate(objc::Object delegate) override;
@@ -58,6 +69,8 @@ class TableView : public ScrollView {
     void registerClass(Class cellClass, objc::Object identifier);
     void registerHeaderFooterClass(Class viewClass, objc::Object identifier);
     objc::Object dequeueCell(objc::Object identifier);
+    /// nil where no class is registered for it and none came out of use.
+    objc::Object dequeueHeaderFooter(objc::Object identifier);
     objc::Object dequeueCellForPath(objc::Object identifier, objc::Object path);
     objc::Object cellAtPath(objc::Object path);
     objc::Object pathOfCell(TableViewCell* cell);
@@ -107,14 +120,27 @@ class TableView : public ScrollView {
         SectionLayout layout;
         std::string headerTitle;
         std::string footerTitle;
-        objc::Ref<TableHeaderFooterView> header;
-        objc::Ref<TableHeaderFooterView> footer;
+        objc::Ref<View> header;
+        objc::Ref<View> footer;
+        bool hasBands = false;
     };
     void reloadIfNeeded();
     Section makeSection(long index, double top);
-    objc::Ref<TableHeaderFooterView> makeBand(const std::string& title);
+    /// What is asked for a header or a footer, and how high it is when nobody says.
+    struct Band {
+        SEL height;
+        SEL view;
+        TableHeaderFooterView::Side side;
+        double titled;
+        double untitled;
+    };
+    Band headerBand() const;
+    Band footerBand() const;
+    objc::Ref<View> makeBand(const Band& band, long section, const std::string& title);
+    void dropBands();
+    void drawGroupEdges(graphics::Canvas& canvas);
     std::string ask(SEL title, long section);
-    double heightOf(SEL message, long section, const std::string& title);
+    double heightOf(const Band& band, long section, const std::string& title);
     void layOutBands();
     void layOutRows();
     void showRow(RowPlace place);
@@ -135,6 +161,7 @@ class TableView : public ScrollView {
     bool delegateAnswers(SEL message) const;
 
     id dataSource_ = nullptr;
+    long style_ = plain;
     double rowHeight_ = 44;
     bool needsReload_ = true;
     std::atomic<bool> editing_{false};
@@ -143,6 +170,8 @@ class TableView : public ScrollView {
     std::map<RowPlace, objc::Ref<TableViewCell>> cells_;
     std::map<std::string, std::vector<objc::Ref<TableViewCell>>> reusable_;
     std::map<std::string, Class> cellClasses_;
+    std::map<std::string, std::vector<objc::Ref<View>>> reusableBands_;
+    std::map<std::string, Class> bandClasses_;
     objc::Ref<View> header_;
     objc::Ref<View> footer_;
     std::optional<RowPlace> pressed_;

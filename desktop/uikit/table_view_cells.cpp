@@ -1,4 +1,4 @@
-// UITableView: cells and their reuse, index paths, bands.
+// UITableView: cells and their reuse, index paths.
 #include <stdexcept>
 
 #include "desktop/uikit/table_view.h"
@@ -9,9 +9,6 @@ namespace {
 long rowOfPath(objc::Object path) { return placeOf(path).row; }
 long sectionOfPath(objc::Object path) { return placeOf(path).section; }
 objc::Object pathForRow(Class, long row, long section) { return indexPath({section, row}); }
-
-const Color bandColor = Color::fromHex(0xF4F4F6);
-constexpr double bandMargin = 15;
 
 }  // namespace
 
@@ -34,27 +31,7 @@ RowPlace placeOf(objc::Object path) {
     return {objc::send<"indexAtPosition:", long>(path, 0UL), objc::send<"indexAtPosition:", long>(path, 1UL)};
 }
 
-void TableHeaderFooterView::define(objc::ClassDefinition<TableHeaderFooterView>& definition) {
-    definition.method<"textLabel", &TableHeaderFooterView::textLabel>();
-}
-
-objc::Object TableHeaderFooterView::initWithFrame(Rect frame) {
-    const auto made = View::initWithFrame(frame);
-    setBackgroundColor(uiColor(bandColor));
-    label_ = objc::Ref<Label>::make();
-    label_->setFontValue(graphics::Font::system(13, graphics::Weight::Medium));
-    label_->setColorValue(palette::secondaryText);
-    addSubview(label_);
-    return made;
-}
-
-void TableHeaderFooterView::layoutSubviews() { label_->setFrame(bounds().inset(bandMargin, 0)); }
-
 void TableView::registerClass(Class cellClass, objc::Object identifier) { cellClasses_[utf8(identifier)] = cellClass; }
-
-void TableView::registerHeaderFooterClass(Class, objc::Object) {
-    // Bands are made by the table itself from the sections' titles; nothing asks for one by its identifier.
-}
 
 objc::Object TableView::dequeueCell(objc::Object identifier) {
     const std::string name = utf8(identifier);

@@ -10,7 +10,10 @@ void TableViewController::define(objc::ClassDefinition<TableViewController>& def
         .method<"tableView", &TableViewController::tableView>();
 }
 
-objc::Object TableViewController::initWithStyle(long) { return objc::send<"init", objc::Object>(object()); }
+objc::Object TableViewController::initWithStyle(long style) {
+    style_ = style;
+    return objc::send<"init", objc::Object>(object());
+}
 
 TableView* TableViewController::tableView() {
     view();
@@ -18,7 +21,7 @@ TableView* TableViewController::tableView() {
 }
 
 void TableViewController::loadView() {
-    table_ = objc::Ref<TableView>::make<"initWithFrame:">(Rect{{0, 0}, screenSize()});
+    table_ = objc::Ref<TableView>::make<"initWithFrame:style:">(Rect{{0, 0}, screenSize()}, style_);
     table_->setAutoresizingMask(flexibleWidth | flexibleHeight);
     objc::send<"setDataSource:">(table_->object(), object());
     objc::send<"setDelegate:">(table_->object(), object());

@@ -12,6 +12,7 @@ class TableViewController : public ViewController {
     static constexpr objc::Name className{"UITableViewController"};
     static void define(objc::ClassDefinition<TableViewController>& definition);
 
+    /// The table's style: 0 plain, 1 grouped.
     objc::Object initWithStyle(long style);
     /// The table; the view loads when it is first asked for. Its delegate and data source are the screen.
     TableView* tableView();
@@ -20,6 +21,7 @@ class TableViewController : public ViewController {
     void setEditingAnimated(bool editing, bool animated) override;
 
   private:
+    long style_ = TableView::plain;
     objc::Ref<TableView> table_;
 };
 
