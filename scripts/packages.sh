@@ -13,7 +13,7 @@ packagesToRun=(
 # What the tests and the benchmarks take beside that.
 packagesToTest=(
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
-    clang-format sqlite3 xvfb xauth
+    clang-format clang-19 libclang-rt-19-dev sqlite3 xvfb xauth
 )
 
 # Prints those of the named packages that are not installed, a line each.
