@@ -21,7 +21,7 @@ class DataDirectory {
     std::filesystem::path calls() const { return path_ / "calls.db"; }
     /// The settings, a property list.
     std::filesystem::path settings() const { return path_ / "settings.plist"; }
-    /// A vCard for each contact.
+    /// The contacts: their database, and whether programs may see them.
     std::filesystem::path contacts() const { return path_ / "contacts"; }
     /// The rendezvous of the programs that have this directory open.
     std::filesystem::path notifications() const { return path_ / "notifications"; }
