@@ -14,12 +14,13 @@ inline Function typed(Untyped* untyped) {
 }
 
 #if defined(__APPLE__)
-template <class R>
-inline constexpr bool returnedInMemory =
 #if defined(__x86_64__)
-    std::is_class_v<R> && sizeof(R) > 16;
-#else
-    false;
+/// Whether the caller gives the place of the result: the message function has a form of its own for that.
+template <class R>
+inline constexpr bool returnedInMemory = false;
+template <class R>
+requires std::is_class_v<R>
+inline constexpr bool returnedInMemory<R> = sizeof(R) > 16;
 #endif
 
 template <class R, class... Wires>

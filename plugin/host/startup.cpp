@@ -1,9 +1,8 @@
 // The process gate, the log file and the three handlers of system-wide notifications.
 #include "plugin/host/startup.h"
 
-#include <stdio.h>
-
 #include "platform/corefoundation.h"
+#include "platform/standard_error.h"
 #include "plugin/companion/settings.h"
 #include "plugin/host/gate.h"
 #include "plugin/host/recents_controller.h"
@@ -14,7 +13,7 @@ namespace {
 void appendStandardErrorToLog() {
     const char* path = text<"/tmp/Quorvel.log">().fileSystemRepresentation();
     // A failure leaves standard error as it was, and there is nobody to tell.
-    [[maybe_unused]] FILE* log = freopen(path, "a", stderr);
+    [[maybe_unused]] FILE* log = freopen(path, "a", standardError());
 }
 
 void showAppearance() { objc::send<"viewAppearedAction">(recentsController().get()); }
