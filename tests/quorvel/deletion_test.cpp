@@ -1,4 +1,5 @@
 // Deleting: what goes, what stays, and that lists, counts and flags follow.
+#include "desktop/quorvel/store/import_session.h"
 #include "fixture.h"
 
 namespace quorvel::test {
@@ -209,6 +210,49 @@ TEST_F(DeletionTest, withoutALogDeletingFailsAndReadingFindsNothing) {
     EXPECT_FALSE((objc::send<"removeData:calFilterType:date:", bool>(object(), entry.get(), all, objc::Object{})));
     EXPECT_EQ((objc::send<"getTotalCallCount:", std::int64_t>(object(), all)), 0);
     EXPECT_EQ((objc::send<"getResult:", NSArray>(object(), ns("select 1")).count()), 0U);
+}
+
+TEST_F(DeletionTest, aCallThatArrivedAboveAFoldedRowSurvivesItsDeletion) {
+    setSetting("isGroupContacts_Call", "on");
+    add({{"1", noon}, {"1", noon + 1}});
+    readAll();
+    add({{"1", noon + 2}});
+    EXPECT_TRUE(removeRow(list(all), 0, all));
+    EXPECT_EQ(inLog(), 1);
+    EXPECT_TRUE((*callStore()->call(3)).has_value());
+}
+
+TEST_F(DeletionTest, whatIsDeletedIsKeptAsideAndTheListsKnowNothingOfIt) {
+    mixed();
+    readAll();
+    EXPECT_TRUE(removeCalls(missed));
+    EXPECT_EQ((*callStore()->deletedCalls(store::Cursor::top(), 9)).rows.size(), 2U);
+    EXPECT_EQ(rowIds(list(all)), (std::vector{5, 2, 1}));
+    EXPECT_EQ(counts(), (std::vector<std::int64_t>{3, 2, 1, 0}));
+}
+
+TEST_F(DeletionTest, aLogThatAnotherProgramKeepsLockedRefusesEveryDeletionAndTheListsStay) {
+    mixed();
+    store::OpenOptions hasty;
+    hasty.busyBound = std::chrono::milliseconds(5);
+    service().setStore(std::make_unique<store::CallStore>(*store::CallStore::open(directory().calls(), hasty)));
+    readAll();
+    const auto before = counts();
+    {
+        auto import = store::CallStore::open(directory().calls())->beginImport();
+        ASSERT_TRUE(import.ok());
+        EXPECT_FALSE(removeCalls(all));
+        EXPECT_FALSE(removeCalls(missed, "2024-06-15"));
+        EXPECT_FALSE(removeRow(list(all), 0, all));
+        EXPECT_FALSE((objc::send<"removeDataFromDB:calFilterType:forDate:", bool>(object(), list(all), all, true)));
+        EXPECT_FALSE((objc::send<"removeLogEntry:calFilterType:", bool>(object(), list(all).objectAtIndex(0), all)));
+        EXPECT_EQ(rowIds(list(all)), (std::vector{5, 4, 3, 2, 1}));
+        EXPECT_EQ(counts(), before);
+        EXPECT_FALSE(anyDeleted());
+        EXPECT_FALSE(entry(list(all), 0).isDeleted());
+    }
+    EXPECT_TRUE(removeCalls(all));
+    EXPECT_EQ(inLog(), 0);
 }
 
 }  // namespace
