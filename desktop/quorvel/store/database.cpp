@@ -12,6 +12,12 @@ std::function<void(std::string_view)>& observerSlot() {
     return observer;
 }
 
+/// A copy, so that no lock is held while it runs.
+std::function<void(std::string_view)> presentObserver() {
+    const std::lock_guard lock(observerMutex);
+    return observerSlot();
+}
+
 ErrorKind kindOf(int code) {
     switch (code & 0xff) {
         case SQLITE_CORRUPT:
@@ -126,10 +132,7 @@ Connection::Connection(std::filesystem::path path, Use use, std::chrono::millise
 Statement& Connection::statement(std::string_view text) {
     const auto found = statements_.find(text);
     if (found != statements_.end()) return found->second;
-    {
-        const std::lock_guard lock(observerMutex);
-        if (observerSlot()) observerSlot()(text);
-    }
+    if (const auto observer = presentObserver()) observer(text);
     return statements_.emplace(std::string(text), Statement(handle_.get(), text, path_)).first->second;
 }
 
