@@ -7,7 +7,7 @@ packagesToRun=(
     libobjc-12-dev libgnustep-base-dev libblocksruntime-dev libffi-dev
     libsdl2-dev libcairo2-dev libpango1.0-dev
     libsqlite3-dev libicu-dev libphonenumber-dev libasio-dev libcli11-dev libturbojpeg0-dev
-    fonts-inter fonts-noto-core fonts-noto-color-emoji tzdata
+    fonts-inter fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji tzdata
 )
 
 # What the tests and the benchmarks take beside that.
