@@ -5,6 +5,7 @@
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
 #include "plugin/companion/visual.h"
+#include "plugin/recents/loading.h"
 #include "plugin/recents/search.h"
 #include "plugin/rows/filter_texts.h"
 
@@ -151,6 +152,9 @@ void removeSearchedRecords(CallList list) {
     if (calls.removeDataFromDB(found.get(), list.state.filter(), true)) {
         objc::send<"removeCallsFromCallList:">(list.screen, found.get());
         objc::send<"initializeCallList">(list.screen);
+        // Where the deletion emptied the list, a page was read for it: its rows are no results, its matches are.
+        auto& state = list.state;
+        if (state.searching && state.rowCount > 0) searchAgain(list);
         objc::send<"refreshTableData">(list.screen);
         return;
     }

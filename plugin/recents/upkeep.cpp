@@ -56,8 +56,9 @@ void endEditingOfEmptyList(const CallList& list) {
     objc::send<"updateNavigationBarButtonItems:groupEdit:">(list.screen, list.screen.isEditing(), false);
 }
 
-/// Adds what the search finds now to what it has found; one that changed or ended meanwhile is run again.
-void searchOn(const CallList& list) {
+/// Adds what the search finds now to what it has found; one that began, changed or ended meanwhile is run again.
+void searchOn(const CallList& list, const TakenRow& taken) {
+    if (taken.from.get() != list.state.copyListOfItems.load().get()) return searchAgain(list);
     const auto begun = list.state.edition.begin();
     objc::send<"searchTableView">(list.screen);
     if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);
@@ -71,7 +72,7 @@ void deleteRow(const CallList& list, const TakenRow& taken, DatabaseDeletion del
     }
     if (state.searching) objc::send<"updateSearchRecords:">(list.screen, taken.entry.get());
     objc::send<"initializeCallList">(list.screen);
-    if (state.searching) searchOn(list);
+    if (state.searching) searchOn(list, taken);
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state] { endEditingOfEmptyList({screen, state}); });
     darwin::post(text<"QuorvelCallRecordDeletedNotification">());
 }

@@ -191,7 +191,11 @@ class Calls : public objc::PeerBase {
     bool removeListed(objc::Object entries, std::int64_t filter, bool forDate) {
         log().add("delete listed " + n(static_cast<std::int64_t>(objc::as<NSArray>(entries).count())) + " of " +
                   n(filter) + (forDate ? " YES" : " NO"));
-        return !companion().refusesDeletions;
+        if (companion().refusesDeletions) return false;
+        const auto ids = idsIn(objc::as<NSArray>(entries));
+        for (auto& rows : companion().rows)
+            std::erase_if(rows, [&](const auto& each) { return std::ranges::find(ids, each->ROWID()) != ids.end(); });
+        return true;
     }
     bool remove(objc::Object entry, std::int64_t filter, objc::Object day) {
         const int id = objc::as<QVCallEntry>(entry).ROWID();

@@ -220,8 +220,7 @@ TEST_F(RecentsFoundDeletion, runsInThisOrder) {
                                     "worker: forget entry 2 of 4", "worker: forget entry 3 of 4",
                                     "worker: setEditing:", "worker: setEditing:animated:", "worker: editButtonClicked:",
                                     "worker: updateNavigationBarButtonItems:groupEdit:", "worker: initializeCallList",
-                                    "worker: count of 4", "worker: read 50 from 0 of 4", "worker: refreshTableData",
-                                    "worker: duration of 4", "worker: refreshTableData",
+                                    "worker: count of 4", "worker: duration of 4", "worker: refreshTableData",
                                     "main: setEditing:animated:", "main: updateNavigationBarButtonItems:groupEdit:"));
 }
 
@@ -235,6 +234,19 @@ TEST_F(RecentsFoundDeletion, leavesTheResultsEmptyAndTheirEditMode) {
     EXPECT_FALSE(results()->isEditing());
     EXPECT_THAT(found(), IsEmpty());
     EXPECT_TRUE(button(1)->isHidden());
+}
+
+TEST_F(RecentsFoundDeletion, thatEmptiesTheLoadedListShowsTheMatchesOfThePageThatFollows) {
+    companion().setRows(1, people(120));
+    open();
+    type("person");
+    settle();
+    ask();
+    confirm();
+    settle();
+    const auto shown = found();
+    EXPECT_EQ(shown.size(), 50U);
+    EXPECT_EQ(shown.front(), 51);
 }
 
 TEST_F(RecentsFoundDeletion, dropsAListOfAllCallsThatWasPagedWhileGrouped) {

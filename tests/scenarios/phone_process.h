@@ -1,5 +1,8 @@
-// The program `phone` run on a script, in a data directory of its own.
+// The program `phone` run on a script, in a data directory of its own. The environment variable QUORVEL_TEST_PLUGIN
+// names another image of the plug-in than the built one.
 #pragma once
+
+#include <sys/types.h>
 
 #include <filesystem>
 #include <string>
@@ -34,6 +37,33 @@ class Handset {
 
   private:
     std::filesystem::path directory_;
+};
+
+/// A Phone that lives while the test talks to it, so that the test is the other process.
+class LivePhone {
+  public:
+    /// Started on the handset's directory; the reaper ends it after ten minutes.
+    explicit LivePhone(const Handset& handset);
+    ~LivePhone();
+    LivePhone(const LivePhone&) = delete;
+    LivePhone& operator=(const LivePhone&) = delete;
+
+    /// One line of script; does not wait for it to be carried out.
+    void say(const std::string& line);
+    /// What the screen shows once everything has settled. Throws with what the Phone said when it has ended.
+    Outcome show();
+    /// Ends the script and answers its status and errors.
+    Outcome finish();
+
+  private:
+    bool readLine(std::string& line);
+    [[noreturn]] void fail();
+
+    std::filesystem::path errors_;
+    pid_t process_ = -1;
+    int input_ = -1;
+    int output_ = -1;
+    std::string pending_;
 };
 
 }  // namespace scenarios
