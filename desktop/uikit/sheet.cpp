@@ -83,10 +83,19 @@ void Sheet::dismiss(long choice, bool animated) {
     cancelAnimation(animation_);
     const objc::Ref<Sheet> me(this);
     const double from = shown_;
+    // Taken first: without an animation the panel leaves its window at once, and forgets whom to tell.
+    const auto chosen = std::exchange(chosen_, {});
     animation_ = animate(
         animated ? slideSeconds : 0, Curve::EaseIn, [me, from](double progress) { me->reveal(from * (1 - progress)); },
         [me](bool) { me->removeFromSuperview(); });
-    if (const auto chosen = std::exchange(chosen_, {})) chosen(choice);
+    if (chosen) chosen(choice);
+}
+
+void Sheet::windowChanged(Window* window) {
+    View::windowChanged(window);
+    if (window) return;
+    const objc::Ref<Sheet> me(this);
+    const auto forgotten = std::exchange(chosen_, {});
 }
 
 double Sheet::panelHeight() { return panel_->frame().size.height; }

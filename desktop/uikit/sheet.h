@@ -22,7 +22,8 @@ class Sheet : public View {
         std::string title;
         Role role = Role::Normal;
     };
-    /// `chosen` is called once, after the panel has begun to leave, with the choice's index, or -1 when none was.
+    /// `chosen` is called once, after the panel has begun to leave, with the choice's index, or -1 when none was;
+    /// never where the panel's window goes away first.
     struct Content {
         Style style = Style::ActionSheet;
         std::string title;
@@ -41,6 +42,8 @@ class Sheet : public View {
     void layoutSubviews() override;
     void draw(graphics::Canvas& canvas) override;
     bool touch(const Touch&) override { return true; }
+    /// A panel whose window goes away is never answered: it lets go of whoever waits, who may own the panel.
+    void windowChanged(Window* window) override;
     std::vector<std::string> drawnTexts() const override;
 
   private:
