@@ -7,6 +7,7 @@
 #include <map>
 #include <vector>
 
+#include "desktop/substrate/mach_loader.h"
 #include "desktop/substrate/substrate.h"
 
 namespace substrate {
@@ -139,8 +140,9 @@ std::optional<std::string> loadPlugin(const std::filesystem::path& image) {
                 return "plug-in " + quoted(image) + " is cut short; build it again, or remove it";
             return loadElf(image);
         case ImageKind::machO:
-            return "plug-in " + quoted(image) +
-                   " is a Mach-O image, which cannot be loaded here yet; use the .so that the build makes";
+            if (const auto trouble = mach::load(image))
+                return "plug-in " + quoted(image) + ' ' + *trouble + "; build it again for the simulator, or remove it";
+            return std::nullopt;
         case ImageKind::other:
             break;
     }
