@@ -1,0 +1,54 @@
+// ABUnknownPersonViewController: the card of a number or an address that is nobody's yet, and the ways to make it
+// somebody's.
+#pragma once
+
+#include "desktop/addressbookui/card_screen.h"
+#include "desktop/uikit/navigation_controller.h"
+
+namespace addressbookui {
+
+class UnknownPersonScreen : public CardScreen {
+  public:
+    using Super = CardScreen;
+    static constexpr objc::Name className{"ABUnknownPersonViewController"};
+    static void define(objc::ClassDefinition<UnknownPersonScreen>& definition);
+
+    // Messages of the same names. The delegate is not retained. It is sent
+    // `unknownPersonViewController:didResolveToPerson:` with the saved person, or with null when the user gave up, and
+    // asked `unknownPersonViewController:shouldPerformDefaultActionForPerson:property:identifier:` before the value is
+    // called or written to.
+    objc::Object unknownPersonViewDelegate() const { return objc::Object{delegate_}; }
+    void setUnknownPersonViewDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    /// Yes unless it is set otherwise.
+    bool allowsAddingToAddressBook() const { return adding_; }
+    void setAllowsAddingToAddressBook(bool allows) { set(adding_, allows); }
+    /// Values of that property stand first.
+    int primaryProperty() const;
+    void setPrimaryProperty(int property);
+
+  protected:
+    std::vector<CardSection> sections() override;
+    bool mayOpen(const CardValue& value) override;
+
+  private:
+    bool canAdd();
+    void createContact();
+    void addToContact();
+    /// Tells the delegate, and takes away what was presented.
+    void resolve(addressbook::Record* person);
+    void present(uikit::NavigationController* stack);
+
+    id delegate_ = nullptr;
+    bool adding_ = true;
+    bool resolved_ = false;
+};
+
+/// The class under the name that today's applications ask for.
+class ModernUnknownPersonScreen : public UnknownPersonScreen {
+  public:
+    using Super = UnknownPersonScreen;
+    static constexpr objc::Name className{"ABUnknownPersonViewController_Modern"};
+    static void define(objc::ClassDefinition<ModernUnknownPersonScreen>&) {}
+};
+
+}  // namespace addressbookui
