@@ -1,7 +1,9 @@
 // Running quorvelctl.
 #include "tests/tools/program.h"
 
+#include <pty.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -41,15 +43,39 @@ std::filesystem::path Directory::write(const std::string& name, const std::strin
     return file(name);
 }
 
-Outcome Directory::run(const std::string& arguments) const {
+Outcome Directory::run(const std::string& arguments, const std::filesystem::path& output) const {
     const auto quoted = [](const std::filesystem::path& path) { return '\'' + path.string() + '\''; };
-    const auto output = file("output");
     const auto errors = file("errors");
     const std::string command = "LC_ALL=C.UTF-8 TZ=UTC timeout 60 " + quoted(QUORVELCTL_PROGRAM) + " --data " +
                                 quoted(data()) + ' ' + arguments + " >" + quoted(output) + " 2>" + quoted(errors) +
                                 " </dev/null";
     const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(output), contentOf(errors)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(file("output")), contentOf(errors)};
+}
+
+Outcome Directory::runOnTerminal(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> words{"timeout", "--foreground", "60", QUORVELCTL_PROGRAM, "--data", data().string()};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    for (auto& word : words) pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (child < 0) throw std::runtime_error("no terminal for the test");
+    if (child == 0) {
+        execvp(pointers[0], pointers.data());
+        _exit(127);
+    }
+    Outcome outcome;
+    char bytes[4096];
+    // Reading fails once the program has closed its side.
+    for (ssize_t count; (count = read(terminal, bytes, sizeof bytes)) > 0;)
+        outcome.output.append(bytes, static_cast<std::size_t>(count));
+    close(terminal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return outcome;
 }
 
 }  // namespace tools_tests

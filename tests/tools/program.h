@@ -27,7 +27,10 @@ class Directory {
     /// Writes a file beside the data and answers its path.
     std::filesystem::path write(const std::string& name, const std::string& content) const;
     /// Runs `quorvelctl --data DIRECTORY ARGUMENTS`, as a shell reads them; ended after a minute.
-    Outcome run(const std::string& arguments) const;
+    Outcome run(const std::string& arguments) const { return run(arguments, file("output")); }
+    Outcome run(const std::string& arguments, const std::filesystem::path& output) const;
+    /// The same on a terminal, the whole of whose text is answered as output.
+    Outcome runOnTerminal(const std::vector<std::string>& arguments) const;
 
   private:
     std::filesystem::path path_;

@@ -117,9 +117,19 @@ TEST(Quorvelctl, leavesFilesThatItCannotUseAsTheyAre) {
     EXPECT_EQ(tools_tests::contentOf(directory.file("data/calls.db")), foreign);
 }
 
-TEST(Quorvelctl, ofTwoImportsAtOnceLosesNothing) {
+TEST(Quorvelctl, onATerminalDrawsABarAndATableWithAHead) {
     const Directory directory;
-    EXPECT_EQ(directory.run("list").status, succeeded);
+    const auto generated = directory.runOnTerminal({"generate", "--calls", "300"});
+    EXPECT_EQ(generated.status, succeeded);
+    EXPECT_THAT(generated.output, HasSubstr("Generating ["));
+    EXPECT_THAT(generated.output, HasSubstr("\r\033[K300 calls generated."));
+    const auto listed = directory.runOnTerminal({"list", "--limit", "1"});
+    EXPECT_THAT(listed.output, testing::StartsWith("number    time                 kind       service    seconds"));
+    EXPECT_EQ(directory.run("generate --calls 300").errors, "");
+}
+
+TEST(Quorvelctl, losesNothingOfFourRunsAtOnceOnAFolderThatIsNotThereYet) {
+    const Directory directory;
     std::vector<int> statuses(4);
     std::vector<std::thread> imports;
     for (std::size_t i = 0; i < statuses.size(); ++i)

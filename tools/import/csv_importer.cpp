@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
 
 #include "tools/import/call_fields.h"
 
@@ -15,7 +17,9 @@ namespace flag = quorvel::store::flag;
 constexpr std::int64_t latestDate = INT32_MAX;
 
 std::string placeText(const Place& place) { return std::to_string(place.line) + ':' + std::to_string(place.column); }
-Complaint complaintAt(const Place& place, std::string what) { return {placeText(place), std::move(what)}; }
+Complaint complaintAt(const Place& place, std::string what) {
+    return {placeText(place), std::move(what), Complaint::Reach::Call};
+}
 std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 std::string lowerCase(std::string text) {
@@ -54,16 +58,30 @@ double CsvImporter::progress() const {
     return size_ == 0 ? 0 : std::min(1.0, static_cast<double>(reader_.bytesRead()) / static_cast<double>(size_));
 }
 
+std::string CsvImporter::place() const { return placeText(place_); }
+
+Complaint CsvImporter::readError() {
+    ended_ = true;
+    return {placeText(place_), "From here on the file cannot be read: " + std::string(std::strerror(errno)) + '.',
+            Complaint::Reach::File};
+}
+
 std::variant<NewCall, Complaint, Importer::End> CsvImporter::next() {
-    if (unusable_) return End{};
     if (!headerRead_) {
-        auto trouble = readHeader();
-        if (!std::holds_alternative<End>(trouble) || unusable_) return trouble;
+        headerRead_ = true;
+        if (auto complaint = readHeader()) {
+            ended_ = true;
+            complaint->reach = Complaint::Reach::File;
+            return *std::move(complaint);
+        }
     }
+    if (ended_) return End{};
     auto read = reader_.next();
+    if (stream_.bad()) return readError();
     if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
     const auto* record = std::get_if<CsvRecord>(&read);
     if (!record) return End{};
+    place_ = record->fields.front().place;
     if (record->fields.size() != columnCount_)
         return complaintAt(record->end, "The line has " + std::to_string(record->fields.size()) +
                                             " fields, and the header line " + std::to_string(columnCount_) + '.');
@@ -72,7 +90,16 @@ std::variant<NewCall, Complaint, Importer::End> CsvImporter::next() {
     return std::get<NewCall>(std::move(call));
 }
 
-std::variant<NewCall, Complaint, Importer::End> CsvImporter::readHeader() {
+std::optional<Complaint> CsvImporter::readHeader() {
+    auto read = reader_.next();
+    if (stream_.bad()) return readError();
+    if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
+    const auto* header = std::get_if<CsvRecord>(&read);
+    if (!header) return complaintAt({}, "The file is empty. Its first line has to name the columns.");
+    return takeColumns(*header);
+}
+
+std::optional<Complaint> CsvImporter::takeColumns(const CsvRecord& header) {
     static const std::array<std::pair<const char*, Column>, 8> known{{{"date", Column::Date},
                                                                       {"address", Column::Address},
                                                                       {"kind", Column::Kind},
@@ -82,15 +109,9 @@ std::variant<NewCall, Complaint, Importer::End> CsvImporter::readHeader() {
                                                                       {"contact", Column::Contact},
                                                                       {"location", Column::Location}}};
     constexpr std::size_t needed = 4;
-    headerRead_ = true;
-    unusable_ = true;
-    auto read = reader_.next();
-    if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
-    const auto* header = std::get_if<CsvRecord>(&read);
-    if (!header) return complaintAt({}, "The file is empty. Its first line has to name the columns.");
-    columnCount_ = header->fields.size();
+    columnCount_ = header.fields.size();
     for (std::size_t i = 0; i < columnCount_; ++i) {
-        const auto& name = header->fields[i];
+        const auto& name = header.fields[i];
         const auto* found = std::find_if(known.begin(), known.end(),
                                          [&](const auto& each) { return lowerCase(name.text) == each.first; });
         if (found == known.end()) continue;
@@ -99,11 +120,10 @@ std::variant<NewCall, Complaint, Importer::End> CsvImporter::readHeader() {
     }
     for (std::size_t i = 0; i < needed; ++i)
         if (!columns_.contains(known[i].second))
-            return complaintAt(header->fields.front().place,
+            return complaintAt(header.fields.front().place,
                                "There is no column " + quoted(known[i].first) +
                                    ". The first line has to name date, address, kind and duration.");
-    unusable_ = false;
-    return End{};
+    return std::nullopt;
 }
 
 const CsvField& CsvImporter::field(const CsvRecord& record, Column column) const {

@@ -3,6 +3,7 @@
 
 #include <fstream>
 #include <map>
+#include <optional>
 
 #include "tools/csv/csv_reader.h"
 #include "tools/import/importer.h"
@@ -15,6 +16,7 @@ class CsvImporter : public Importer {
   public:
     explicit CsvImporter(const std::filesystem::path& file);
     std::variant<quorvel::store::NewCall, Complaint, End> next() override;
+    std::string place() const override;
     double progress() const override;
 
   private:
@@ -25,7 +27,11 @@ class CsvImporter : public Importer {
         std::string what;
     };
 
-    std::variant<quorvel::store::NewCall, Complaint, End> readHeader();
+    /// Empty where the header can be used.
+    std::optional<Complaint> readHeader();
+    std::optional<Complaint> takeColumns(const CsvRecord& header);
+    /// The file can no longer be read.
+    Complaint readError();
     std::variant<quorvel::store::NewCall, Wrong> callOf(const CsvRecord& record) const;
     const CsvField& field(const CsvRecord& record, Column column) const;
 
@@ -35,7 +41,8 @@ class CsvImporter : public Importer {
     std::map<Column, std::size_t> columns_;
     std::size_t columnCount_ = 0;
     bool headerRead_ = false;
-    bool unusable_ = false;
+    bool ended_ = false;
+    Place place_;
 };
 
 }  // namespace tools

@@ -10,10 +10,15 @@
 
 namespace tools {
 
-/// What is wrong with one call of a file.
+/// What is wrong with one call of a file, or with the file.
 struct Complaint {
+    enum class Reach {
+        Call,  ///< What follows may be read without it.
+        File,  ///< Nothing of the file is to be trusted; reading has ended.
+    };
     std::string place;  ///< As it follows the file's name: "12:5", "row 17".
     std::string what;   ///< One sentence or two: what is wrong, and what to do.
+    Reach reach = Reach::Call;
 };
 
 /// Reads its source and never writes to it; holds no more than a call's worth of it at a time.
@@ -21,8 +26,11 @@ class Importer {
   public:
     virtual ~Importer() = default;
     struct End {};
-    /// The next call, what is wrong with the next one, or the end. After a complaint reading goes on behind it.
+    /// The next call, what is wrong with the next one, or the end. After a complaint of one call reading goes on
+    /// behind it.
     virtual std::variant<quorvel::store::NewCall, Complaint, End> next() = 0;
+    /// Where the call that `next` answered last begins, as it follows the file's name.
+    virtual std::string place() const = 0;
     /// How much of the source was read, from 0 to 1.
     virtual double progress() const = 0;
 };

@@ -1,33 +1,26 @@
 // deleted and undelete: the calls that were deleted and can be had back.
 #include <cstdio>
-#include <ctime>
 #include <memory>
 #include <vector>
 
 #include "tools/quorvelctl/session.h"
+#include "tools/quorvelctl/table.h"
 
 namespace tools {
 namespace {
 
 using quorvel::store::Cursor;
 
-std::string localTime(std::int64_t seconds) {
-    const auto time = static_cast<std::time_t>(seconds);
-    std::tm local{};
-    localtime_r(&time, &local);
-    char text[32];
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local)};
-}
-
 int listDeleted(Session& session) {
     constexpr std::int64_t pageSize = 1000;
+    const Table table({{"number", 8}, {"deleted", 19}, {"time", 19}, {"seconds", 7}, {"address", 24}, {"name", 0}});
     Cursor cursor = Cursor::top();
     for (;;) {
         const auto page = session.calls().deletedCalls(cursor, pageSize);
         if (!page) return complain(page.error().message);
         for (const auto& [call, deletedAt] : page->rows)
-            std::printf("%lld\t%s\t%s\t%d\t%s\t%s\n", static_cast<long long>(call.rowId), localTime(deletedAt).c_str(),
-                        localTime(call.date).c_str(), call.duration, call.address.c_str(), call.name.c_str());
+            table.row({std::to_string(call.rowId), localTime(deletedAt), localTime(call.date),
+                       std::to_string(call.duration), call.address, call.name});
         if (page->atEnd || page->rows.empty()) return succeeded;
         cursor = page->next;
     }
@@ -60,7 +53,8 @@ int undelete(Session& session, const std::vector<std::int64_t>& rowIds, bool all
 void addDeleted(CLI::App& program, Session& session) {
     auto* command = program.add_subcommand("deleted", "Prints the calls deleted in the last 30 days, the last first");
     command->footer(
-        "A line a call, with tabs between: number, when it was deleted, when it was, seconds, address, name.");
+        "A line a call, in a pipe with tabs between: number, when it was deleted, when it was, seconds, address, "
+        "name.");
     command->callback([&session] { session.chosen = [&session] { return listDeleted(session); }; });
 }
 

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <ctime>
 #include <memory>
+#include <optional>
 
 #include "desktop/quorvel/generate/generate.h"
 #include "desktop/quorvel/store/import_session.h"
@@ -25,7 +26,7 @@ class Import {
     bool take(const std::string& file) {
         auto opened = openImporter(file);
         if (const auto* trouble = std::get_if<std::string>(&opened)) {
-            complain(*trouble);
+            complain(*trouble + " Nothing was imported.");
             return false;
         }
         auto& importer = *std::get<std::unique_ptr<Importer>>(opened);
@@ -33,13 +34,15 @@ class Import {
         for (;;) {
             auto item = importer.next();
             if (std::holds_alternative<Importer::End>(item)) return true;
-            ++read_;
             bar.show(importer.progress());
-            if (const auto* complaint = std::get_if<Complaint>(&item)) {
-                if (!object(file + ':' + complaint->place + ": " + complaint->what)) return false;
-            } else if (!add(file, std::get<NewCall>(item))) {
-                return false;
-            }
+            std::optional<Complaint> complaint;
+            if (auto* wrong = std::get_if<Complaint>(&item))
+                complaint = std::move(*wrong);
+            else
+                complaint = add(importer, std::get<NewCall>(item));
+            if (!complaint) continue;
+            bar.wipe();
+            if (!passesOver(file, *complaint)) return false;
         }
     }
 
@@ -53,29 +56,29 @@ class Import {
     }
 
   private:
-    bool add(const std::string& file, const NewCall& call) {
+    std::optional<Complaint> add(const Importer& importer, const NewCall& call) {
         const auto added = session_.add(call);
-        if (added) return true;
+        if (added) return std::nullopt;
         const auto& error = added.error();
-        if (error.kind == ErrorKind::badInput)
-            return object(file + ": call " + std::to_string(read_) + ": " + error.message);
-        complain(error.message);
-        return false;
+        const bool isOfTheCall = error.kind == ErrorKind::badInput;
+        return Complaint{importer.place(), error.message,
+                         isOfTheCall ? Complaint::Reach::Call : Complaint::Reach::File};
     }
-    /// Whether the import goes on without that call.
-    bool object(const std::string& sentence) {
-        complain(sentence);
-        if (!skipsBad_) {
+    /// Says what is wrong; whether the import goes on without that call.
+    bool passesOver(const std::string& file, const Complaint& complaint) {
+        complain(file + ':' + complaint.place + ": " + complaint.what);
+        const bool isOfTheFile = complaint.reach == Complaint::Reach::File;
+        if (isOfTheFile)
+            complain("Nothing was imported.");
+        else if (!skipsBad_)
             complain("Nothing was imported. Mend the file, or pass over what is wrong in it with --skip-bad.");
-            return false;
-        }
-        ++skipped_;
-        return true;
+        else
+            ++skipped_;
+        return skipsBad_ && !isOfTheFile;
     }
 
     ImportSession session_;
     bool skipsBad_;
-    std::int64_t read_ = 0;
     std::int64_t skipped_ = 0;
 };
 

@@ -1,10 +1,10 @@
 // list: the newest calls as a table.
-#include <cstdio>
-#include <ctime>
+#include <algorithm>
 #include <map>
 #include <memory>
 
 #include "tools/quorvelctl/session.h"
+#include "tools/quorvelctl/table.h"
 
 namespace tools {
 namespace {
@@ -12,14 +12,6 @@ namespace {
 using quorvel::store::CallRecord;
 using quorvel::store::Cursor;
 using quorvel::store::Filter;
-
-std::string timeText(std::int64_t seconds) {
-    const auto time = static_cast<std::time_t>(seconds);
-    std::tm local{};
-    localtime_r(&time, &local);
-    char text[32];
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local)};
-}
 
 const char* kindText(const CallRecord& call) {
     using namespace quorvel::store;
@@ -35,14 +27,15 @@ const char* serviceText(const CallRecord& call) {
 
 int list(Session& session, Filter filter, std::int64_t limit) {
     constexpr std::int64_t pageSize = 1000;
+    const Table table(
+        {{"number", 8}, {"time", 19}, {"kind", 9}, {"service", 9}, {"seconds", 7}, {"address", 24}, {"name", 0}});
     Cursor cursor = Cursor::top();
     while (limit > 0) {
         const auto page = session.calls().page(filter, {}, cursor, std::min(limit, pageSize));
         if (!page) return complain(page.error().message);
         for (const auto& call : page->rows)
-            std::printf("%lld\t%s\t%s\t%s\t%d\t%s\t%s\n", static_cast<long long>(call.rowId),
-                        timeText(call.date).c_str(), kindText(call), serviceText(call), call.duration,
-                        call.address.c_str(), call.name.c_str());
+            table.row({std::to_string(call.rowId), localTime(call.date), kindText(call), serviceText(call),
+                       std::to_string(call.duration), call.address, call.name});
         limit -= static_cast<std::int64_t>(page->rows.size());
         if (page->atEnd || page->rows.empty()) break;
         cursor = page->next;
@@ -68,7 +61,7 @@ void addList(CLI::App& program, Session& session) {
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{1}, std::int64_t{INT64_MAX}));
     command->footer(
-        "A line a call, with tabs between: number, local time, kind, service, seconds, address, name.\n\n"
+        "A line a call, in a pipe with tabs between: number, local time, kind, service, seconds, address, name.\n\n"
         "Example:\n  quorvelctl list --filter missed --limit 10");
     command->callback([&session, options] {
         session.chosen = [&session, options] { return list(session, options->filter, options->limit); };

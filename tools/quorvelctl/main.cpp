@@ -1,4 +1,8 @@
 // quorvelctl: the call log from the command line.
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
 #include "objc/strong.h"
 #include "tools/quorvelctl/session.h"
 
@@ -19,5 +23,7 @@ int main(int argumentCount, char** arguments) {
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? tools::succeeded : tools::unusable;
     }
-    return session.chosen();
+    const int status = session.chosen();
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    return tools::complain("The output cannot be written: " + std::string(std::strerror(errno)) + '.');
 }

@@ -18,14 +18,17 @@ double now() { return std::chrono::duration<double>(std::chrono::steady_clock::n
 
 }  // namespace
 
-ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), shown_(isatty(STDERR_FILENO) != 0) {}
+ProgressBar::ProgressBar(std::string label) : label_(std::move(label)), isTerminal_(isatty(STDERR_FILENO) != 0) {}
 
-ProgressBar::~ProgressBar() {
-    if (shown_) std::fputs("\r\033[K", stderr);
+ProgressBar::~ProgressBar() { wipe(); }
+
+void ProgressBar::wipe() {
+    if (isDrawn_) std::fputs("\r\033[K", stderr);
+    isDrawn_ = false;
 }
 
 void ProgressBar::show(double share) {
-    if (!shown_ || calls_++ % callsBetweenLooks != 0) return;
+    if (!isTerminal_ || calls_++ % callsBetweenLooks != 0) return;
     const double time = now();
     if (time - drawnAt_ < secondsBetween) return;
     drawnAt_ = time;
@@ -35,6 +38,7 @@ void ProgressBar::show(double share) {
                  std::string(static_cast<std::size_t>(width - filled), ' ').c_str(),
                  static_cast<int>(std::clamp(share, 0.0, 1.0) * 100));
     std::fflush(stderr);
+    isDrawn_ = true;
 }
 
 }  // namespace tools

@@ -15,10 +15,13 @@ class ProgressBar {
 
     /// From 0 to 1. Cheap: most calls only look at the clock.
     void show(double share);
+    /// Makes room for a line of text; the next `show` draws the bar below it.
+    void wipe();
 
   private:
     std::string label_;
-    bool shown_;
+    bool isTerminal_;
+    bool isDrawn_ = false;
     double drawnAt_ = 0;
     unsigned calls_ = 0;
 };

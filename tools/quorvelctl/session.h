@@ -15,7 +15,7 @@ namespace tools {
 /// The program's status.
 enum Status : int {
     succeeded = 0,
-    failed = 1,    ///< Something was refused or wrong in the input; nothing has changed.
+    failed = 1,    ///< Something was refused or wrong in the input, or could not be said.
     unusable = 2,  ///< The command line or the data directory cannot be used.
 };
 

@@ -18,18 +18,20 @@ std::string knownKeys() {
     return keys;
 }
 
+/// Prints what holds, even where the file is damaged; the status tells.
 int get(Session& session, const std::string& key) {
     SettingsStore settings(session.directory().settings());
-    if (const auto trouble = settings.load()) complain(*trouble);
-    for (const auto& objection : settings.objections()) complain(objection);
+    int status = succeeded;
+    if (const auto trouble = settings.load()) status = complain(*trouble);
+    for (const auto& objection : settings.objections()) status = complain(objection);
     if (key.empty()) {
         for (const auto& each : settingDescriptions())
             std::printf("%s %s\n", each.key, settings.text(each.key).c_str());
-        return succeeded;
+        return status;
     }
     if (!describeSetting(key)) return complain("There is no setting " + key + ". There are " + knownKeys() + '.');
     std::printf("%s\n", settings.text(key).c_str());
-    return succeeded;
+    return status;
 }
 
 int set(Session& session, const std::string& key, const std::string& value) {
