@@ -20,6 +20,10 @@ class TableViewController : public ViewController {
     void loadView() override;
     void setEditingAnimated(bool editing, bool animated) override;
 
+  protected:
+    /// For subclasses with initialisers of their own; before the view loads.
+    void setTableStyle(long style) { style_ = style; }
+
   private:
     long style_ = TableView::plain;
     objc::Ref<TableView> table_;
