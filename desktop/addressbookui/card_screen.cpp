@@ -42,8 +42,8 @@ void CardScreen::define(objc::ClassDefinition<CardScreen>& definition) {
 }
 
 objc::Object CardScreen::init() {
-    return objc::sendSuper<"initWithStyle:", objc::Object>(object(), objc::classOf<CardScreen>(),
-                                                           static_cast<long>(uikit::TableView::grouped));
+    setTableStyle(uikit::TableView::grouped);
+    return objc::sendSuper<"init", objc::Object>(object(), objc::classOf<CardScreen>());
 }
 
 addressbook::Record* CardScreen::record() const { return person_; }

@@ -40,8 +40,8 @@ void ContactForm::define(objc::ClassDefinition<ContactForm>& definition) {
 objc::Object ContactForm::init() {
     setTitle(uikit::nsString(say(Word::newContact)));
     person_ = addressbook::Record::of({});
-    return objc::sendSuper<"initWithStyle:", objc::Object>(object(), objc::classOf<ContactForm>(),
-                                                           static_cast<long>(uikit::TableView::grouped));
+    setTableStyle(uikit::TableView::grouped);
+    return objc::sendSuper<"init", objc::Object>(object(), objc::classOf<ContactForm>());
 }
 
 void ContactForm::setDisplayedPerson(const void* person) {

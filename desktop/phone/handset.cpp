@@ -7,13 +7,16 @@
 #include <ctime>
 #include <filesystem>
 
+#include "desktop/addressbookui/sharing.h"
 #include "desktop/dispatch/clock.h"
 #include "desktop/notify/notify.h"
+#include "desktop/phone/calling_screen.h"
 #include "desktop/phone/host_call_log.h"
 #include "desktop/phone/keypad_screen.h"
 #include "desktop/phone/phone_application.h"
 #include "desktop/phone/recents_screen.h"
 #include "desktop/phone/show.h"
+#include "desktop/phone/url_opening.h"
 #include "desktop/quorvel/generate/generate.h"
 #include "desktop/quorvel/services/companion.h"
 #include "desktop/quorvel/services/data_service.h"
@@ -87,6 +90,7 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     const auto& directory = std::get<quorvel::DataDirectory>(opened);
     settingsFile = directory.settings();
     const bool firstStart = directory.isNew();
+    addressbookui::setShareFolder(directory.path() / "shared");
     uikit::setHandsetRoot(handsetRoot().string());
     uikit::setScreen({320, 568}, scale);
     if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;
@@ -94,19 +98,13 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     if (firstStart && options.dataDirectory.empty())
         if (auto trouble = fillWithSamples()) return trouble;
     setHostCallLog(callLogOfStore());
-    objc::registerClasses<PhoneApplication, RecentsScreen, KeypadScreen>();
+    objc::registerClasses<PhoneApplication, RecentsScreen, KeypadScreen, CallingScreen>();
     if (auto trouble = loadPlugins(options)) return trouble;
     substrate::trace::describe("hideHUD:afterDelay:", "v@:Cd");
     auto* application = uikit::Application::makeShared(objc::classOf<uikit::Application>());
     application->setUrlOpener([openUrls = options.openUrls](const std::string& address) {
         noteUrl(address);
-        if (!openUrls) return true;
-        // The desktop decides who takes the address.
-        if (fork() == 0) {
-            execlp("xdg-open", "xdg-open", address.c_str(), static_cast<char*>(nullptr));
-            _exit(127);
-        }
-        return true;
+        return takeAddress(address, openUrls);
     });
     application->launch(objc::classOf<PhoneApplication>());
     return std::nullopt;

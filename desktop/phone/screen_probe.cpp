@@ -6,20 +6,51 @@
 
 namespace phone {
 
-uikit::NavigationController* frontNavigation() {
+namespace {
+
+/// The container in front: the selected tab's, or what is presented over the tabs.
+uikit::ViewController* frontContainer() {
     auto* application = phoneApplication();
     if (!application || !application->tabs()) return nullptr;
-    auto* selected = application->tabs()->selectedViewController();
-    return selected ? selected->asNavigationController() : nullptr;
+    uikit::ViewController* container = application->tabs()->selectedViewController();
+    for (auto* over = application->tabs()->presentedViewController(); over; over = over->presentedViewController())
+        container = over;
+    return container;
+}
+
+}  // namespace
+
+uikit::NavigationController* frontNavigation() {
+    auto* container = frontContainer();
+    return container ? container->asNavigationController() : nullptr;
 }
 
 uikit::ViewController* frontScreen() {
     auto* navigation = frontNavigation();
-    if (!navigation) return nullptr;
-    uikit::ViewController* screen = navigation->topViewController();
-    for (auto* over = navigation->presentedViewController(); over; over = over->presentedViewController())
-        screen = over->asNavigationController() ? over->asNavigationController()->topViewController() : over;
-    return screen;
+    return navigation ? navigation->topViewController() : frontContainer();
+}
+
+long rowCount(uikit::TableView* table) {
+    long rows = 0;
+    for (long section = 0; section < table->numberOfSections(); ++section)
+        rows += table->numberOfRowsInSection(section);
+    return rows;
+}
+
+std::optional<uikit::RowPlace> rowPlace(uikit::TableView* table, long row) {
+    if (row < 0) return std::nullopt;
+    for (long section = 0; section < table->numberOfSections(); ++section) {
+        const long rows = table->numberOfRowsInSection(section);
+        if (row < rows) return uikit::RowPlace{section, row};
+        row -= rows;
+    }
+    return std::nullopt;
+}
+
+long rowNumber(uikit::TableView* table, uikit::RowPlace place) {
+    long row = place.row;
+    for (long section = 0; section < place.section; ++section) row += table->numberOfRowsInSection(section);
+    return row;
 }
 
 uikit::SearchDisplayController* frontSearch() {

@@ -1,6 +1,7 @@
 // What is on the screen, for `show` and for the commands that touch it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,12 +14,18 @@ namespace phone {
 
 /// The screen in front: the one on top of the selected tab's stack, or what it presents. Null before launch.
 uikit::ViewController* frontScreen();
-/// The stack that it stands on; null when there is none.
+/// The stack that it stands on, or what is presented in front of it; null when there is none.
 uikit::NavigationController* frontNavigation();
 /// The search of the screen in front; null when it has none.
 uikit::SearchDisplayController* frontSearch();
 /// The table in front: what a search found while it shows, else the screen's own; null when there is none.
 uikit::TableView* frontTable();
+/// Rows are counted through all sections of a table, from 0.
+long rowCount(uikit::TableView* table);
+/// The place of that row; nothing where there is none.
+std::optional<uikit::RowPlace> rowPlace(uikit::TableView* table, long row);
+/// The row at that place.
+long rowNumber(uikit::TableView* table, uikit::RowPlace place);
 /// The segmented control in the title; null when there is none.
 uikit::SegmentedControl* titleSegments();
 

@@ -78,6 +78,9 @@ std::string tapCommand(const Arguments& words, const ScriptHost&) { return tap(w
 std::string swipeCommand(const Arguments& words, const ScriptHost&) { return swipe(words); }
 std::string scrollCommand(const Arguments& words, const ScriptHost&) { return scroll(words[0]); }
 std::string searchCommand(const Arguments& words, const ScriptHost&) { return search(words[0].text); }
+std::string typeCommand(const Arguments& words, const ScriptHost&) { return type(words[0].text); }
+std::string eraseCommand(const Arguments&, const ScriptHost&) { return erase(); }
+std::string keyCommand(const Arguments& words, const ScriptHost&) { return pressKey(words[0].text); }
 std::string cancelCommand(const Arguments&, const ScriptHost&) { return cancelSearch(); }
 
 struct Entry {
@@ -93,6 +96,9 @@ const std::map<std::string, Entry> commands{
     {"tap", {tapCommand, 1, 2, "tap row N | detail N | segment N | scope N | tag N | left | right | back | \"TEXT\""}},
     {"swipe", {swipeCommand, 1, 2, "swipe N [open | close]"}},
     {"search", {searchCommand, 1, 1, "search \"TEXT\""}},
+    {"type", {typeCommand, 1, 1, "type \"TEXT\""}},
+    {"erase", {eraseCommand, 0, 0, "erase"}},
+    {"key", {keyCommand, 1, 1, "key backspace | delete | left | right | home | end | return | escape"}},
     {"cancel", {cancelCommand, 0, 0, "cancel"}},
     {"scroll", {scrollCommand, 1, 1, "scroll N | scroll end"}},
     {"leave", {leave, 0, 0, "leave"}},

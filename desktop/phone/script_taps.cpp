@@ -2,10 +2,12 @@
 #include "desktop/phone/script_taps.h"
 
 #include <algorithm>
+#include <map>
 
 #include "desktop/phone/screen_probe.h"
 #include "desktop/phone/show.h"
 #include "desktop/uikit/sheet.h"
+#include "desktop/uikit/text_field.h"
 
 namespace phone {
 namespace {
@@ -35,13 +37,17 @@ std::string tapTag(long tag) {
     return tapView(button) ? "" : "the button with tag " + std::to_string(tag) + " is out of reach";
 }
 
+std::string noRow(uikit::TableView* table, const std::string& row) {
+    return "there is no row " + row + "; the table has " + std::to_string(rowCount(table));
+}
+
 std::string tapRow(long row, bool detail) {
     auto* table = frontTable();
     if (!table) return noTable;
-    const long rows = table->numberOfRowsInSection(0);
-    if (row < 0 || row >= rows)
-        return "there is no row " + std::to_string(row) + "; the table has " + std::to_string(rows);
-    const bool taken = detail ? table->tapAccessory(row, 0) : table->tapRow(row, 0);
+    const auto place = rowPlace(table, row);
+    if (!place) return noRow(table, std::to_string(row));
+    const bool taken =
+        detail ? table->tapAccessory(place->row, place->section) : table->tapRow(place->row, place->section);
     return taken ? "" : "row " + std::to_string(row) + (detail ? " has no detail button" : " cannot be tapped");
 }
 
@@ -91,16 +97,15 @@ std::string swipe(const std::vector<Word>& words) {
     auto* table = frontTable();
     if (!table) return noTable;
     const auto row = wholeNumber(words[0].text);
-    if (!row || *row < 0 || *row >= table->numberOfRowsInSection(0))
-        return "there is no row " + words[0].text + "; the table has " +
-               std::to_string(table->numberOfRowsInSection(0));
+    const auto place = row ? rowPlace(table, *row) : std::nullopt;
+    if (!place) return noRow(table, words[0].text);
     if (words.size() == 2 && words[1].text == "close") {
         table->hideDelete();
         return {};
     }
     if (words.size() == 2 && words[1].text != "open")
         return "swipe N takes open or close, not " + phone::quoted(words[1].text);
-    if (!table->revealDelete(*row, 0)) return "row " + words[0].text + " cannot be swiped";
+    if (!table->revealDelete(place->row, place->section)) return "row " + words[0].text + " cannot be swiped";
     if (words.size() == 1) table->confirmDelete();
     return {};
 }
@@ -132,6 +137,51 @@ std::string cancelSearch() {
     auto* search = frontSearch();
     if (!search || !search->isActive()) return "no search is on";
     search->searchBar()->cancel();
+    return {};
+}
+
+namespace {
+
+/// What the keyboard belongs to; null where nothing is edited.
+uikit::Responder* editor() {
+    auto* responder = uikit::firstResponder();
+    return responder && responder->isFirstResponder() ? responder : nullptr;
+}
+const std::string noKeyboard = "nothing has the keyboard; tap a field first";
+
+}  // namespace
+
+std::string type(const std::string& text) {
+    auto* responder = editor();
+    if (!responder) return noKeyboard;
+    responder->insertText(text);
+    return {};
+}
+
+std::string erase() {
+    auto* responder = editor();
+    if (!responder) return noKeyboard;
+    auto* field = objc::peerIf<uikit::TextField>(responder->object());
+    if (!field) return "what has the keyboard is no field";
+    responder->pressKey(uikit::Responder::EditingKey::End);
+    while (!field->string().empty()) {
+        const std::string before = field->string();
+        responder->pressKey(uikit::Responder::EditingKey::Backspace);
+        if (field->string() == before) return "the field does not let its text go";
+    }
+    return {};
+}
+
+std::string pressKey(const std::string& name) {
+    using Key = uikit::Responder::EditingKey;
+    static const std::map<std::string, Key> keys{
+        {"backspace", Key::Backspace}, {"delete", Key::Delete}, {"left", Key::Left},     {"right", Key::Right},
+        {"home", Key::Home},           {"end", Key::End},       {"return", Key::Return}, {"escape", Key::Escape}};
+    const auto found = keys.find(name);
+    if (found == keys.end()) return "there is no key " + phone::quoted(name);
+    auto* responder = editor();
+    if (!responder) return noKeyboard;
+    responder->pressKey(found->second);
     return {};
 }
 

@@ -13,5 +13,10 @@ std::string swipe(const std::vector<Word>& words);
 std::string scroll(const Word& where);
 std::string search(const std::string& text);
 std::string cancelSearch();
+/// Into the field that has the keyboard, at its caret.
+std::string type(const std::string& text);
+/// Empties the field that has the keyboard.
+std::string erase();
+std::string pressKey(const std::string& name);
 
 }  // namespace phone

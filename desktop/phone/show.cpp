@@ -3,9 +3,13 @@
 
 #include <cmath>
 
+#include "desktop/addressbookui/card_cell.h"
+#include "desktop/addressbookui/card_header.h"
+#include "desktop/phone/calling_screen.h"
 #include "desktop/phone/screen_probe.h"
 #include "desktop/quorvel/visual/progress_hud.h"
 #include "desktop/uikit/sheet.h"
+#include "desktop/uikit/text_field.h"
 
 namespace phone {
 namespace {
@@ -53,10 +57,17 @@ void describeSearch(Lines& lines) {
     }
 }
 
-std::string describeRow(const uikit::TableView::VisibleRow& row) {
-    std::string line = "row " + std::to_string(row.row);
+const char* emphasis(const addressbookui::CardRow& row) {
+    using Emphasis = addressbookui::CardRow::Emphasis;
+    if (row.emphasis == Emphasis::important) return " important";
+    return row.emphasis == Emphasis::highlighted ? " highlighted" : "";
+}
+
+std::string describeRow(uikit::TableView* table, const uikit::TableView::VisibleRow& row) {
+    std::string line = "row " + std::to_string(rowNumber(table, {row.section, row.row}));
     for (const auto& text : textsOf(row.cell)) line += ' ' + quoted(text);
     if (className(row.cell->object()) == "QVLoadMoreRecordsCell") return line + " more";
+    if (auto* card = objc::peerIf<addressbookui::CardCell>(row.cell->object())) line += emphasis(card->row());
     constexpr long disclosure = 1;
     constexpr long detailDisclosure = 2;
     constexpr long detail = 4;
@@ -66,14 +77,46 @@ std::string describeRow(const uikit::TableView::VisibleRow& row) {
     return line;
 }
 
+std::string quotedTexts(const std::vector<std::string>& texts) {
+    std::string line;
+    for (const auto& text : texts) line += ' ' + quoted(text);
+    return line;
+}
+
+/// Above the rows of a person: the card's top, and what the application added to it.
+void describeCard(Lines& lines, uikit::TableView* table) {
+    auto* above = table->tableHeaderView();
+    auto* card = above ? objc::peerIf<addressbookui::CardHeader>(above->object()) : nullptr;
+    if (!card) return;
+    lines.push_back("card" + quotedTexts(card->drawnTexts()));
+    for (const auto& added : card->subviews()) lines.push_back("added" + quotedTexts(textsOf(added.get())));
+}
+
+void describeRows(Lines& lines, uikit::TableView* table) {
+    const long last = table->numberOfSections() - 1;
+    const auto band = [&](const char* word, const std::string& title) {
+        if (!title.empty()) lines.push_back(word + quoted(title));
+    };
+    if (last >= 0) band("header ", table->titleForHeader(0));
+    for (const auto& row : table->visibleRows()) {
+        if (row.section > 0 && row.row == 0) band("header ", table->titleForHeader(row.section));
+        lines.push_back(describeRow(table, row));
+        const bool ends = row.row + 1 == table->numberOfRowsInSection(row.section);
+        if (row.section < last && ends) band("footer ", table->titleForFooter(row.section));
+    }
+    if (last >= 0) band("footer ", table->titleForFooter(last));
+}
+
 void describeTable(Lines& lines) {
     auto* table = frontTable();
     if (!table) return;
     lines.push_back("offset " + number(table->contentOffset().y));
-    lines.push_back("rows " + std::to_string(table->numberOfRowsInSection(0)));
-    if (const auto header = table->titleForHeader(0); !header.empty()) lines.push_back("header " + quoted(header));
-    for (const auto& row : table->visibleRows()) lines.push_back(describeRow(row));
-    if (const auto footer = table->titleForFooter(0); !footer.empty()) lines.push_back("footer " + quoted(footer));
+    lines.push_back("rows " + std::to_string(rowCount(table)));
+    describeCard(lines, table);
+    describeRows(lines, table);
+    if (auto* field =
+            uikit::firstResponder() ? objc::peerIf<uikit::TextField>(uikit::firstResponder()->object()) : nullptr)
+        lines.push_back("editing " + quoted(field->string()));
 }
 
 void describeSheet(Lines& lines) {
@@ -124,6 +167,7 @@ std::vector<std::string> describeScreen() {
         describeSearch(lines);
         describeTable(lines);
     }
+    if (auto* call = CallingScreen::front()) lines.push_back("call" + quotedTexts(call->drawnTexts()));
     describeSheet(lines);
     for (auto* hud : quorvel::visibleIndicators()) lines.push_back("hud " + quoted(uikit::utf8(hud->labelText())));
     for (const auto& address : openedUrls()) lines.push_back("url " + address);
