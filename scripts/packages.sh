@@ -16,6 +16,9 @@ packagesToTest=(
     clang-format clang-19 libclang-rt-19-dev sqlite3 xvfb xauth
 )
 
+# What the handset's images and package take.
+packagesForHandset=(clang-19 lld-19 llvm-19 libc++-19-dev musl-dev dpkg)
+
 # Prints those of the named packages that are not installed, a line each.
 missingPackages() {
     local installed

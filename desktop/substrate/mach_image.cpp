@@ -49,6 +49,9 @@ struct FixUpsCommand {
     std::uint32_t kind, size, rebaseOffset, rebaseSize, bindOffset, bindSize, weakOffset, weakSize, lazyOffset,
         lazySize, exportOffset, exportSize;
 };
+struct EncryptionCommand {
+    std::uint32_t kind, size, offset, length, system;
+};
 struct LibraryCommand {
     std::uint32_t kind, size, nameOffset, timestamp, currentVersion, compatibleVersion;
 };
@@ -115,7 +118,7 @@ class Parser {
                 return takeLibrary(kind, command);
             case encryption:
             case encryption64:
-                return "is encrypted";
+                return takeEncryption(command);
             case chainedFixUps:
                 return "has fix-ups of a form that is not read here; link it with -no_fixup_chains";
             default:
@@ -169,6 +172,13 @@ class Parser {
         image.binds = *binds;
         image.lazyBinds = *lazyBinds;
         return {};
+    }
+
+    /// Room for encryption is announced by every image for the handset; a system of 0 means that it is not used.
+    static std::string takeEncryption(Bytes command) {
+        const auto header = read<EncryptionCommand>(command, 0);
+        if (!header) return damaged;
+        return header->system == 0 ? "" : "is encrypted";
     }
 
     std::string takeLibrary(std::uint32_t kind, Bytes command) {
