@@ -69,6 +69,7 @@ void ContactForm::viewDidLoad() {
         item->setLeftBarButtonItem(objc::Ref<uikit::BarButtonItem>::make<"initWithTitle:style:target:action:">(
             uikit::nsString(say(Word::cancel)), plain, object(), objc::selector<"cancel">()));
     tableView()->setEditing(true);
+    tableView()->setAllowsSelectionDuringEditing(true);
     reload();
 }
 

@@ -7,7 +7,7 @@ namespace addressbookui {
 namespace {
 
 constexpr double margin = 15;
-constexpr double labelWidth = 92;
+constexpr double labelWidth = 78;
 constexpr double gap = 10;
 constexpr double plusRadius = 11;
 constexpr long systemButton = 1;
@@ -24,6 +24,7 @@ void FormCell::define(objc::ClassDefinition<FormCell>& definition) {
 objc::Object FormCell::initWithFrame(uikit::Rect frame) {
     const auto made = TableViewCell::initWithFrame(frame);
     field_ = objc::Ref<uikit::TextField>::make<"initWithFrame:">(uikit::Rect{});
+    field_->setFont(uikit::uiFont(graphics::Font::system(16)));
     field_->setClearButtonMode(uikit::TextField::whileEditing);
     field_->setDelegate(object());
     field_->addTargetActionForControlEvents(object(), objc::selector<"fieldChanged">(), uikit::editingChanged);
@@ -33,7 +34,7 @@ objc::Object FormCell::initWithFrame(uikit::Rect frame) {
     label_->titleLabel()->setFontValue(graphics::Font::system(15));
     label_->setContentHorizontalAlignment(leftAligned);
     label_->addTargetActionForControlEvents(object(), objc::selector<"tapLabel">(), uikit::touchUpInside);
-    contentView()->addSubview(label_);
+    contentView()->insertSubviewBelow(label_, field_);
     return made;
 }
 

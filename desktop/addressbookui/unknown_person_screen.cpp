@@ -42,7 +42,7 @@ std::vector<CardSection> UnknownPersonScreen::sections() {
         adding.push_back(button(say(Word::createNewContact), [this] { createContact(); }));
         adding.push_back(button(say(Word::addToExistingContact), [this] { addToContact(); }));
     }
-    return {{{}, valueRows()}, {{}, actionRows()}, {{}, std::move(adding)}, {{}, blockingRows()}};
+    return {{{}, valueRows()}, {{}, std::move(adding)}, {{}, actionRows()}, {{}, blockingRows()}};
 }
 
 bool UnknownPersonScreen::canAdd() {

@@ -62,14 +62,18 @@ std::string tapBar(const std::string& place) {
     return tapView(view) ? "" : "the " + place + " button is out of reach";
 }
 
+/// Buttons first: what they stand on may say their titles, too.
 std::string tapText(const std::string& text) {
     auto* window = uikit::Application::shared()->keyWindow();
     auto* view = findView(window, [&](uikit::View* each) {
-        if (auto* button = objc::peerIf<uikit::Button>(each->object()))
-            return uikit::utf8(button->currentTitle()) == text;
-        const auto texts = each->drawnTexts();
-        return std::find(texts.begin(), texts.end(), text) != texts.end();
+        auto* button = objc::peerIf<uikit::Button>(each->object());
+        return button && uikit::utf8(button->currentTitle()) == text;
     });
+    if (!view)
+        view = findView(window, [&](uikit::View* each) {
+            const auto texts = each->drawnTexts();
+            return std::find(texts.begin(), texts.end(), text) != texts.end();
+        });
     if (!view) return "nothing on the screen says " + phone::quoted(text);
     return tapView(view) ? "" : phone::quoted(text) + " is out of reach";
 }
