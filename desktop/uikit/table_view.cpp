@@ -44,6 +44,8 @@ void TableView::define(objc::ClassDefinition<TableView>& definition) {
         .method<"isEditing", &TableView::isEditing>()
         .method<"setEditing:", &TableView::setEditing>()
         .method<"setEditing:animated:", &TableView::setEditingAnimated>()
+        .method<"allowsSelectionDuringEditing", &TableView::allowsSelectionDuringEditing>()
+        .method<"setAllowsSelectionDuringEditing:", &TableView::setAllowsSelectionDuringEditing>()
         .method<"indexPathForSelectedRow", &TableView::pathOfSelectedRow>()
         .method<"deselectRowAtIndexPath:animated:", &TableView::deselectRow>()
         .method<"scrollToRowAtIndexPath:atScrollPosition:animated:", &TableView::scrollToRow>()

@@ -87,6 +87,9 @@ class TableView : public ScrollView {
     bool isEditing() const { return editing_; }  ///< Any thread.
     void setEditing(bool editing) { setEditingAnimated(editing, false); }
     void setEditingAnimated(bool editing, bool animated);
+    /// Whether a tap selects a row while the table is edited; not unless it is set.
+    bool allowsSelectionDuringEditing() const { return selectsWhileEditing_; }
+    void setAllowsSelectionDuringEditing(bool allows) { selectsWhileEditing_ = allows; }
     objc::Object pathOfSelectedRow() const;
     void deselectRow(objc::Object path, bool animated);
     void scrollToRow(objc::Object path, long position, bool animated);
@@ -150,6 +153,7 @@ class TableView : public ScrollView {
     Rect rectOf(RowPlace place);
     bool scrollIntoView(RowPlace place);
     bool canEdit(RowPlace place);
+    bool canSelect() const { return !editing_ || selectsWhileEditing_; }
     void placeDeleteButton();
     void slideRow(double from, double to);
     void press(const Touch& touch);
@@ -165,6 +169,7 @@ class TableView : public ScrollView {
     double rowHeight_ = 44;
     bool needsReload_ = true;
     std::atomic<bool> editing_{false};
+    bool selectsWhileEditing_ = false;
     int updates_ = 0;
     std::vector<Section> sections_;
     std::map<RowPlace, objc::Ref<TableViewCell>> cells_;

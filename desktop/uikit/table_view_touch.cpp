@@ -65,7 +65,7 @@ void TableView::press(const Touch& touch) {
     if (!pressed_) return;
     const auto& cell = cells_.at(*pressed_);
     const Point inCell = cell->pointFromWindow(touch.point);
-    if (!editing_ && !cell->detailRect().contains(inCell)) cell->setHighlightedAnimated(true, false);
+    if (canSelect() && !cell->detailRect().contains(inCell)) cell->setHighlightedAnimated(true, false);
 }
 
 void TableView::unpress() {
@@ -84,8 +84,10 @@ void TableView::release(const Touch& touch) {
     const objc::Ref<TableViewCell> cell = found->second;
     const Point inCell = cell->pointFromWindow(touch.point);
     if (!cell->bounds().contains(inCell)) return;
-    if (editing_) {
-        if (cell->minusRect().contains(inCell)) revealDelete(place.row, place.section);
+    if (editing_ && cell->minusRect().contains(inCell)) {
+        revealDelete(place.row, place.section);
+    } else if (!canSelect()) {
+        return;
     } else if (cell->detailRect().contains(inCell)) {
         tellDelegate(objc::selector<"tableView:accessoryButtonTappedForRowWithIndexPath:">(), place);
     } else {
@@ -111,7 +113,7 @@ void TableView::deselectRow(objc::Object path, bool animated) {
 
 bool TableView::tapRow(long row, long section) {
     const RowPlace place{section, row};
-    if (editing_ || !scrollIntoView(place)) return false;
+    if (!canSelect() || !scrollIntoView(place)) return false;
     if (revealed_) hideDelete();
     select(place);
     return true;
