@@ -174,6 +174,14 @@ void TableView::layoutSubviews() {
     layOutRows();
     layOutBands();
     placeDeleteButton();
+    // What a search found lies over the rows and the bands, those included that came just now.
+    if (auto* found = coveringTable()) bringSubviewToFront(found);
+}
+
+TableView* TableView::coveringTable() const {
+    for (const auto& view : subviews())
+        if (auto* table = objc::peerIf<TableView>(view->object()); table && !table->isHidden()) return table;
+    return nullptr;
 }
 
 void TableView::layOutRows() {
@@ -237,6 +245,7 @@ void TableView::draw(graphics::Canvas& canvas) {
 }
 
 void TableView::drawAbove(graphics::Canvas& canvas) {
+    if (coveringTable()) return;
     for (const auto& [place, cell] : cells_) {
         // The last row of a group has the group's edge below it.
         if (style_ == grouped && place.row + 1 == sections_[static_cast<std::size_t>(place.section)].layout.rowCount())

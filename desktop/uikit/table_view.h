@@ -163,6 +163,8 @@ class TableView : public ScrollView {
     void tellDelegate(SEL message, RowPlace place);
     void followEditing();
     bool delegateAnswers(SEL message) const;
+    /// The table that lies over this one's rows; null for none.
+    TableView* coveringTable() const;
 
     id dataSource_ = nullptr;
     long style_ = plain;
