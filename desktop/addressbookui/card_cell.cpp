@@ -19,7 +19,7 @@ constexpr int mostLines = 12;
 graphics::TextStyle labelStyle() {
     graphics::TextStyle style;
     style.font = graphics::Font::system(13);
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     return style;
 }
 
@@ -27,7 +27,7 @@ graphics::TextStyle textStyle(CardRow::Emphasis emphasis) {
     graphics::TextStyle style;
     const bool isStrong = emphasis != CardRow::Emphasis::none;
     style.font = graphics::Font::system(17, isStrong ? graphics::Weight::Semibold : graphics::Weight::Regular);
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     style.lines = mostLines;
     style.vertical = graphics::VerticalAlignment::Top;
     return style;
@@ -35,7 +35,7 @@ graphics::TextStyle textStyle(CardRow::Emphasis emphasis) {
 
 graphics::TextStyle buttonStyle() {
     graphics::TextStyle style;
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     return style;
 }
 

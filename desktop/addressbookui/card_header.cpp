@@ -17,7 +17,7 @@ constexpr double lineGap = 2;
 graphics::TextStyle nameStyle() {
     graphics::TextStyle style;
     style.font = graphics::Font::system(21, graphics::Weight::Medium);
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     style.lines = 3;
     return style;
 }
@@ -25,7 +25,7 @@ graphics::TextStyle nameStyle() {
 graphics::TextStyle lineStyle() {
     graphics::TextStyle style;
     style.font = graphics::Font::system(14);
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     style.lines = 2;
     return style;
 }

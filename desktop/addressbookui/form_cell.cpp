@@ -80,7 +80,7 @@ void FormCell::draw(graphics::Canvas& canvas) {
     TableViewCell::draw(canvas);
     const uikit::Size size = bounds().size;
     graphics::TextStyle style;
-    style.alignment = graphics::Alignment::Natural;
+    style.alignment = graphics::Alignment::Left;
     if (row_.look == FormRow::Look::labelledField) {
         const double x = contentView()->frame().left() + field_->frame().left() - gap;
         canvas.verticalHairline(x, 0, size.height, uikit::palette::separator);
