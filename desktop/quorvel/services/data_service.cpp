@@ -171,7 +171,10 @@ std::int64_t DataService::totalCount(std::int64_t code) {
         report("calls could not be counted", totals.error());
         return 0;
     }
-    lists_[static_cast<int>(filter) - 1].count.store((*totals).rows, std::memory_order_relaxed);
+    // With the duration of the same moment: one that was kept from before would be shown beside the new count.
+    List& list = lists_[static_cast<int>(filter) - 1];
+    list.count.store((*totals).rows, std::memory_order_relaxed);
+    list.duration.store((*totals).duration, std::memory_order_relaxed);
     return (*totals).rows;
 }
 
