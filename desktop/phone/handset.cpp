@@ -7,6 +7,7 @@
 #include <ctime>
 #include <filesystem>
 
+#include "desktop/addressbook/names.h"
 #include "desktop/addressbookui/sharing.h"
 #include "desktop/dispatch/clock.h"
 #include "desktop/notify/notify.h"
@@ -72,6 +73,13 @@ HostCallLog callLogOfStore() {
             }};
 }
 
+/// The main bundle's texts are in the language of the product's.
+void speak(const std::string& language) {
+    const auto languages = objc::sendClass<"NSArray", "arrayWithObject:", objc::Object>(
+        uikit::nsString(std::string_view(language).substr(0, 2)));
+    objc::sendClass<"NSUserDefaults", "setUserLanguages:">(languages);
+}
+
 std::optional<std::string> loadPlugins(const Options& options) {
     if (!options.plugin) return std::nullopt;
     if (!options.pluginImage.empty()) return substrate::loadPlugin(options.pluginImage);
@@ -95,6 +103,7 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     uikit::setScreen({320, 568}, scale);
     if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;
     if (auto trouble = quorvel::openCompanion(directory, handsetRoot() / "Applications/Quorvel.app")) return trouble;
+    speak(contacts::language());
     if (firstStart && options.dataDirectory.empty())
         if (auto trouble = fillWithSamples()) return trouble;
     setHostCallLog(callLogOfStore());
