@@ -28,8 +28,9 @@ class FilledDirectory {
         if (!opened) std::abort();
         auto session = (*opened).beginImport();
         if (!session) std::abort();
-        quorvel::generateCalls({.calls = calls, .seed = 7, .until = 1718452800},
-                               [&](const quorvel::store::NewCall& call) { return static_cast<bool>((*session).add(call)); });
+        quorvel::generateCalls(
+            {.calls = calls, .seed = 7, .until = 1718452800},
+            [&](const quorvel::store::NewCall& call) { return static_cast<bool>((*session).add(call)); });
         if (!(*session).finish()) std::abort();
     }
     FilledDirectory(const FilledDirectory&) = delete;

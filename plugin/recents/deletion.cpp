@@ -154,7 +154,7 @@ void removeSearchedRecords(CallList list) {
         objc::send<"initializeCallList">(list.screen);
         // Where the deletion emptied the list, a page was read for it: its rows are no results, its matches are.
         auto& state = list.state;
-        if (state.searching && state.rowCount > 0) searchAgain(list);
+        if (state.searching && state.rowCount > 0) countRowsAgain(list);
         objc::send<"refreshTableData">(list.screen);
         return;
     }

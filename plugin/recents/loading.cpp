@@ -12,7 +12,7 @@ namespace {
 
 void loadAndRefresh(const CallList& list) {
     objc::send<"initializeCallList">(list.screen);
-    if (list.state.searching) searchAgain(list);
+    if (list.state.searching) countRowsAgain(list);
     objc::send<"refreshTableData">(list.screen);
 }
 
@@ -76,6 +76,14 @@ class RowCount {
     std::int64_t pageSize_ = QVSettingsDataController::sharedInstance().minRec_Call();
 };
 
+/// Works out what is shown from what there is now.
+void countOnce(const CallList& list) {
+    if (!list.state.searching) objc::send<"initializeCallList">(list.screen);
+    if (!list.state.searching) return;
+    list.state.copyListOfItems.load()->removeAllObjects();
+    objc::send<"searchTableView">(list.screen);
+}
+
 }  // namespace
 
 void initDatabase(CallList list) {
@@ -119,21 +127,18 @@ void initializeCallList(CallList list) {
 }
 
 void countRowsAgain(const CallList& list) {
-    if (!list.state.searching) objc::send<"initializeCallList">(list.screen);
-    if (list.state.searching) searchAgain(list);
-}
-
-void searchAgain(const CallList& list) {
-    auto& state = list.state;
+    auto& asked = list.state.recountsAsked;
+    // Whoever is at it already does it once more: two that worked at it could overtake each other without end.
+    if (asked.fetch_add(1) != 0) return;
+    bool forOthersToo = false;
     for (;;) {
-        const auto begun = state.edition.begin();
-        state.copyListOfItems.load()->removeAllObjects();
-        objc::send<"searchTableView">(list.screen);
-        if (!state.searching) break;
-        if (state.edition.isNext(begun)) return;
+        auto answered = asked.load();
+        countOnce(list);
+        forOthersToo = forOthersToo || answered > 1;
+        if (asked.compare_exchange_strong(answered, 0)) break;
+        forOthersToo = true;
     }
-    // The search has ended: the rows are the list's again.
-    objc::send<"initializeCallList">(list.screen);
+    if (forOthersToo) objc::send<"refreshTableData">(list.screen);
 }
 
 void refreshTableData(CallList list) {

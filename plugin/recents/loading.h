@@ -20,9 +20,6 @@ void initializeCallList(CallList list);
 /// Works out again what is shown, where a result may have come too late: the search while one is on, else the row
 /// count. Any thread.
 void countRowsAgain(const CallList& list);
-/// Searches from the start beside the main thread, which may end or change the search meanwhile. Not for the main
-/// thread.
-void searchAgain(const CallList& list);
 /// Reloads the table in front, later, on the main queue. Any thread.
 void refreshTableData(CallList list);
 /// The sum of the entries' durations in seconds; remembers how many entries there were.

@@ -25,7 +25,7 @@ void loadFilter(const CallList& list) {
     objc::send<"initializeCallList">(list.screen);
     if (state.searching) {
         state.isAllRecsLoaded = static_cast<bool>(state.searchCopies(state.filter()).load());
-        searchAgain(list);
+        countRowsAgain(list);
     }
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state] { closeSwitch({screen, state}); });
 }

@@ -58,7 +58,7 @@ void endEditingOfEmptyList(const CallList& list) {
 
 /// Adds what the search finds now to what it has found; one that began, changed or ended meanwhile is run again.
 void searchOn(const CallList& list, const TakenRow& taken) {
-    if (taken.from.get() != list.state.copyListOfItems.load().get()) return searchAgain(list);
+    if (taken.from.get() != list.state.copyListOfItems.load().get()) return countRowsAgain(list);
     const auto begun = list.state.edition.begin();
     objc::send<"searchTableView">(list.screen);
     if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);

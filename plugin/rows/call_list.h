@@ -21,6 +21,8 @@ namespace rows {
 struct CallListState {
     Edition edition;  ///< of the shown rows: of rowCount, totalCount and what the search found
 
+    std::atomic<std::int64_t> recountsAsked;  ///< and not answered yet; see recents/loading.h
+
     Relaxed<std::int64_t> filterType;  ///< a Filter's code, or 0 before the first load
     Relaxed<bool> searching;
     Relaxed<bool> isEditing;  ///< one row is being swiped

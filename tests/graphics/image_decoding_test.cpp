@@ -1,6 +1,7 @@
 // Pictures out of bytes: both formats, their sizes, and bytes that are none.
 #include <gtest/gtest.h>
 #include <turbojpeg.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -27,7 +28,9 @@ std::string jpeg(int width, int height, unsigned char red, unsigned char green, 
 }
 
 std::string png(int width, int height) {
-    const auto path = std::filesystem::path(testing::TempDir()) / "image_decoding.png";
+    // Tests of this file run beside each other, each in a process of its own.
+    const auto path =
+        std::filesystem::path(testing::TempDir()) / ("image_decoding-" + std::to_string(getpid()) + ".png");
     EXPECT_EQ(Image({double(width), double(height)}, 1).writePng(path.string()), "");
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};

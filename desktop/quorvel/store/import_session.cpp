@@ -32,8 +32,9 @@ Result<std::int64_t> ImportSession::finish() {
 }
 
 Result<ImportSession> CallStore::beginImport() {
-    return guarded(
-        [&] { return ImportSession(std::make_unique<ImportSession::Impl>(impl_->importConnection(), impl_->moment())); });
+    return guarded([&] {
+        return ImportSession(std::make_unique<ImportSession::Impl>(impl_->importConnection(), impl_->moment()));
+    });
 }
 
 }  // namespace quorvel::store
