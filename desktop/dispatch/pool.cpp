@@ -5,6 +5,7 @@
 #include <asio/thread_pool.hpp>
 #include <thread>
 
+#include "desktop/dispatch/main_loop.h"
 #include "desktop/dispatch/work.h"
 
 namespace dispatch::detail {
@@ -24,9 +25,17 @@ asio::thread_pool& backgroundPool() {
     return *shared;
 }
 
+/// Foundation turns itself into a library of many threads when it meets the second one, and is not safe while it does:
+/// that happens here, with nobody beside it.
+void meetTheSecondThread() {
+    std::thread([] { const AutoreleaseScope scope; }).join();
+}
+
 }  // namespace
 
 void requestWorker(Level level) {
+    static const bool met = (meetTheSecondThread(), true);
+    static_cast<void>(met);
     if (level == Level::Background) {
         asio::post(backgroundPool(), [] { runNext(Level::Background); });
     } else {

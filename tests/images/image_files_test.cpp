@@ -28,6 +28,13 @@ struct Target {
     Processor processor;
 };
 
+std::set<std::string> importsOf(const Image& image) {
+    const auto binds = substrate::mach::bindsOf(image);
+    std::set<std::string> names;
+    for (const auto& bind : std::get<std::vector<substrate::mach::Bind>>(binds)) names.insert(bind.symbol);
+    return names;
+}
+
 class ImageFiles : public testing::TestWithParam<Target> {
   protected:
     void SetUp() override {
@@ -36,12 +43,7 @@ class ImageFiles : public testing::TestWithParam<Target> {
         ASSERT_FALSE(std::holds_alternative<std::string>(parsed)) << std::get<std::string>(parsed);
         image_ = std::get<Image>(std::move(parsed));
     }
-    std::set<std::string> imports() const {
-        const auto binds = substrate::mach::bindsOf(image_);
-        std::set<std::string> names;
-        for (const auto& bind : std::get<std::vector<substrate::mach::Bind>>(binds)) names.insert(bind.symbol);
-        return names;
-    }
+    std::set<std::string> imports() const { return importsOf(image_); }
     static std::string objdump(const std::string& options) {
         return outputOf(std::string(OBJDUMP_PROGRAM) + " --macho " + options + " '" + GetParam().file + '\'');
     }
@@ -119,6 +121,11 @@ TEST(TheHandsetsImage, runsOnTheOldestSystemThatIsMeant) {
     EXPECT_TRUE(std::regex_search(headers, std::regex("LC_VERSION_MIN_IPHONEOS[^]*?version 7\\.0"))) << headers;
 }
 
+TEST(TheHandsetsImage, keepsToItsSize) {
+    constexpr std::size_t kibibyte = 1024;
+    EXPECT_LT(contentOf(HANDSET_IMAGE).size(), 150 * kibibyte);
+}
+
 TEST(TheHandsetsImage, putsVariableArgumentsOnTheStackAndDeclaredOnesIntoRegisters) {
     const auto code = [](const std::string& function) {
         return outputOf(std::string(OBJDUMP_PROGRAM) + " --disassemble-symbols=_" + function + " '" HANDSET_SHAPES "'");
@@ -128,6 +135,20 @@ TEST(TheHandsetsImage, putsVariableArgumentsOnTheStackAndDeclaredOnesIntoRegiste
     EXPECT_TRUE(std::regex_search(code("variadicCall"), fractionInMemory)) << code("variadicCall");
     EXPECT_FALSE(std::regex_search(code("declaredCall"), fractionInMemory)) << code("declaredCall");
     EXPECT_THAT(code("declaredCall"), HasSubstr("<_declaredCall>:"));
+}
+
+TEST(TheStubs, listNothingThatNoImageAsksFor) {
+    // What the compiler may put in by itself for a copy or a fill, in one build and not in the next.
+    std::set<std::string> asked{"_memcpy", "_memmove", "_memset", "_bzero"};
+    for (const auto& [file, processor] :
+         {std::pair{HANDSET_IMAGE, Processor::arm64}, std::pair{SIMULATOR_IMAGE, Processor::x86_64},
+          std::pair{SIMULATOR_SHAPES, Processor::x86_64}}) {
+        const auto content = contentOf(file);
+        const auto image = substrate::mach::parse(images::bytesOf(content), processor);
+        ASSERT_TRUE(std::holds_alternative<Image>(image)) << file;
+        asked.merge(importsOf(std::get<Image>(image)));
+    }
+    for (const auto& name : stubSymbols()) EXPECT_TRUE(asked.contains(name)) << name;
 }
 
 TEST(TheStubs, areTheListThatTheDocumentGives) {

@@ -74,6 +74,31 @@ class Shapes : public objc::PeerBase {
     id receiver_ = nullptr;
 };
 
-[[gnu::constructor]] void registerAtLoad() { objc::registerClasses<Shapes>(); }
+/// Has of its own only the way to what it inherits.
+class ShapesBelow : public Shapes {
+  public:
+    using Super = Shapes;
+    static constexpr objc::Name className{SHAPES_CLASS "Below"};
+    static void define(objc::ClassDefinition<ShapesBelow>& definition) {
+        definition.method<"point:size:rect:", &ShapesBelow::inheritedGeometry>()
+            .method<"flag:small:wide:", &ShapesBelow::inheritedIntegers>()
+            .method<"scaled:by:", &ShapesBelow::inheritedScaled>();
+    }
+    CGRect inheritedGeometry(CGPoint point, CGSize size, CGRect rect) {
+        return objc::sendSuper<"point:size:rect:", CGRect>(here(), objc::classOf<ShapesBelow>(), point, size, rect);
+    }
+    std::int64_t inheritedIntegers(bool flag, int small, std::int64_t wide) {
+        return objc::sendSuper<"flag:small:wide:", std::int64_t>(here(), objc::classOf<ShapesBelow>(), flag, small,
+                                                                 wide);
+    }
+    float inheritedScaled(float value, double factor) {
+        return objc::sendSuper<"scaled:by:", float>(here(), objc::classOf<ShapesBelow>(), value, factor);
+    }
+
+  private:
+    objc::Object here() const { return objc::Object{self}; }
+};
+
+[[gnu::constructor]] void registerAtLoad() { objc::registerClasses<Shapes, ShapesBelow>(); }
 
 }  // namespace

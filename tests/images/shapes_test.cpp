@@ -132,7 +132,9 @@ TEST_P(Shapes, reachTheImageAsTheyAre) {
     EXPECT_EQ((objc::send<"scaled:by:", float>(shapes_.get(), 1.5F, -2.0)), -3.0F);
 }
 
-INSTANTIATE_TEST_SUITE_P(Images, Shapes, testing::Values("ShapesOfTest", "ShapesOfImage"),
+// The classes below those override what is asked for here, and send it on to what they inherit.
+INSTANTIATE_TEST_SUITE_P(Images, Shapes,
+                         testing::Values("ShapesOfTest", "ShapesOfImage", "ShapesOfTestBelow", "ShapesOfImageBelow"),
                          [](const auto& each) { return std::string(each.param); });
 
 }  // namespace

@@ -171,7 +171,8 @@ TEST(Sharing, twoProcessesWriteOneLogAndNothingIsLost) {
     if (child == 0) {
         try {
             appendMany("child");
-        } catch (...) {
+        } catch (const std::exception& error) {
+            std::fprintf(stderr, "the child: %s\n", error.what());
             _exit(1);
         }
         _exit(0);

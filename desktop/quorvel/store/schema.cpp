@@ -118,6 +118,12 @@ Content contentOf(Connection& connection) {
     return version < versionThatKeepsAside ? Content::logOfVersion1 : Content::log;
 }
 
+/// The same of one moment: another process may be making the log between two looks.
+Content contentAtOnce(Connection& connection) {
+    const Transaction transaction(connection, Transaction::Kind::read);
+    return contentOf(connection);
+}
+
 /// That every table and index is there: each statement names its index, so preparing it is the check.
 void checkTables(Connection& connection) {
     static constexpr std::array texts = {
@@ -190,11 +196,11 @@ void checkHeader(const std::filesystem::path& path) {
 
 void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) {
     if (connection.isReadOnly()) {
-        if (contentOf(connection) == Content::empty) {
+        if (contentAtOnce(connection) == Content::empty) {
             throw Failure{
                 {ErrorKind::foreign, "The file " + connection.path().string() + " is empty, not a call log."}};
         }
-    } else if (contentOf(connection) == Content::log) {
+    } else if (contentAtOnce(connection) == Content::log) {
         switchToWriteAheadLog(connection, busyBound);
     } else {
         switchToWriteAheadLog(connection, busyBound);
