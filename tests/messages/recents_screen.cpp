@@ -219,13 +219,13 @@ void RecentsMessages::TearDown() {
     if (search() && search()->isActive()) search()->setActive(false);
     settle();
     companion().isGroupByDate = false;
-    // The screen observes for the life of the process, as the host's does.
-    static std::vector<objc::Strong<>> all;
-    all.push_back(screen_);
 }
 
 void RecentsMessages::open() {
     screen_ = objc::make<objc::Object>(objc::classNamed<"PHRecentsViewController">());
+    // The screen observes for the life of the process, as the host's does.
+    static std::vector<objc::Strong<>> all;
+    all.push_back(screen_);
     navigation_ = objc::Ref<uikit::NavigationController>::adopt(objc::make<objc::Object, "initWithRootViewController:">(
         objc::classNamed<"UINavigationController">(), screen_.get()));
     send<"view", objc::Object>();
