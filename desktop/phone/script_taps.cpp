@@ -117,11 +117,11 @@ std::string swipe(const std::vector<Word>& words) {
 std::string scroll(const Word& where) {
     auto* table = frontTable();
     if (!table) return noTable;
-    const double lowest = std::max(0.0, table->contentSize().height - table->bounds().size.height);
+    table->layoutIfNeeded();
     const auto offset = wholeNumber(where.text);
     if (!offset && where.text != "end") return phone::quoted(where.text) + " is neither a number of points nor end";
-    const double y = offset ? static_cast<double>(*offset) : lowest;
-    table->setContentOffsetAnimated({0, std::clamp(y, 0.0, lowest)}, false);
+    const double y = offset ? static_cast<double>(*offset) : table->greatestOffset();
+    table->setContentOffsetAnimated({0, std::clamp(y, table->leastOffset(), table->greatestOffset())}, false);
     table->layoutIfNeeded();
     // Coming to rest is what the screen remembers the place by.
     const objc::Object delegate = table->delegate();

@@ -170,6 +170,7 @@ void NavigationController::showTop(ViewController* former, Direction direction, 
         view()->bringSubviewToFront(navigationBar());
     }
     showBarItem(animated);
+    transitionAnimated_ = animated;
     leaving_ = objc::Ref<ViewController>(former);
     arriving_ = objc::Ref<ViewController>(top);
     if (animated && onScreen && former && top) slide(top->view(), former->view(), direction);
@@ -179,19 +180,19 @@ void NavigationController::slide(View* arriving, View* leaving, Direction direct
     const double width = view()->bounds().size.width;
     const objc::Ref<View> in(arriving);
     const objc::Ref<View> out(leaving);
-    transition_ = animate(
-        slideSeconds, Curve::EaseOut,
-        [=](double progress) {
-            const bool forward = direction == Direction::Forward;
-            in->setDisplacement({(forward ? width : -width * parallax) * (1 - progress), 0});
-            out->setDisplacement({(forward ? -width * parallax : width) * progress, 0});
-        },
-        [this, in, out](bool) {
-            in->setDisplacement({});
-            out->setDisplacement({});
-            transition_ = 0;
-            finishTransition();
-        });
+    const auto step = [=](double progress) {
+        const bool forward = direction == Direction::Forward;
+        in->setDisplacement({(forward ? width : -width * parallax) * (1 - progress), 0});
+        out->setDisplacement({(forward ? -width * parallax : width) * progress, 0});
+    };
+    // A frame that is drawn before the first step must not show the arriving screen in its place.
+    step(0);
+    transition_ = animate(slideSeconds, Curve::EaseOut, step, [this, in, out](bool) {
+        in->setDisplacement({});
+        out->setDisplacement({});
+        transition_ = 0;
+        finishTransition();
+    });
 }
 
 void NavigationController::finishTransition() {
@@ -202,10 +203,10 @@ void NavigationController::finishTransition() {
     const auto leaving = std::exchange(leaving_, {});
     const auto arriving = std::exchange(arriving_, {});
     if (leaving && leaving->isViewLoaded()) leaving->view()->removeFromSuperview();
-    if (leaving && leaving->appearance() == Appearance::Disappearing) leaving->endDisappearing(false);
+    if (leaving && leaving->appearance() == Appearance::Disappearing) leaving->endDisappearing(transitionAnimated_);
     if (arriving && arriving->appearance() == Appearance::Appearing &&
         (appearance() == Appearance::Appeared || appearance() == Appearance::Appearing))
-        arriving->endAppearing(false);
+        arriving->endAppearing(transitionAnimated_);
     for (const auto& each : std::exchange(removed_, {})) each->removeFromParentViewController();
 }
 

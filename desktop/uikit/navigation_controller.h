@@ -53,6 +53,7 @@ class NavigationController : public ViewController {
     double barShown_ = 1;  // how much of the bar is in view, 0 to 1
     AnimationToken barAnimation_ = 0;
     AnimationToken transition_ = 0;
+    bool transitionAnimated_ = false;  // what the screens were told when they began to come and go
     objc::Ref<ViewController> leaving_;
     objc::Ref<ViewController> arriving_;
     Stack removed_;

@@ -28,6 +28,8 @@ void ScrollView::define(objc::ClassDefinition<ScrollView>& definition) {
         .method<"contentOffset", &ScrollView::contentOffset>()
         .method<"setContentOffset:", &ScrollView::setContentOffset>()
         .method<"setContentOffset:animated:", &ScrollView::setContentOffsetAnimated>()
+        .method<"contentInset", &ScrollView::contentInset>()
+        .method<"setContentInset:", &ScrollView::setContentInset>()
         .method<"delegate", &ScrollView::delegate>()
         .method<"setDelegate:", &ScrollView::setDelegate>()
         .method<"isScrollEnabled", &ScrollView::isScrollEnabled>()
@@ -48,7 +50,19 @@ objc::Object ScrollView::initWithFrame(Rect frame) {
     return made;
 }
 
-double ScrollView::greatestOffset() const { return std::max(0.0, contentSize_.height - bounds().size.height); }
+double ScrollView::greatestOffset() const {
+    return std::max(leastOffset(), contentSize_.height + inset_.bottom - bounds().size.height);
+}
+
+double ScrollView::withinContent(double y) const { return std::clamp(y, leastOffset(), greatestOffset()); }
+
+void ScrollView::setContentInset(EdgeInsets inset) {
+    const bool atTop = boundsOrigin_.y == leastOffset();
+    inset_ = inset;
+    // What the finger holds is left to the finger.
+    if (!isDragging() && !isDecelerating()) moveTo(atTop ? leastOffset() : withinContent(boundsOrigin_.y));
+    setNeedsDisplay();
+}
 
 void ScrollView::setContentSize(Size size) {
     contentSize_ = size;
@@ -136,7 +150,8 @@ void ScrollView::beginDrag(const Touch& touch) {
 }
 
 double ScrollView::rubberBanded(double y) const {
-    if (y < 0) return y * band;
+    const double top = leastOffset();
+    if (y < top) return top + (y - top) * band;
     const double end = greatestOffset();
     return y > end ? end + (y - end) * band : y;
 }
@@ -159,7 +174,7 @@ void ScrollView::drag(const Touch& touch) {
 void ScrollView::endDrag(const Touch& touch) {
     if (!std::exchange(tracking_, false) || !std::exchange(dragging_, false)) return;
     if (touch.time - last_.time > slowestSample) velocity_ = 0;
-    const bool outside = boundsOrigin_.y < 0 || boundsOrigin_.y > greatestOffset();
+    const bool outside = boundsOrigin_.y != withinContent(boundsOrigin_.y);
     const bool decelerates = outside || std::abs(velocity_) > restingSpeed;
     tellDragEnded(decelerates);
     if (!decelerates) {
@@ -170,8 +185,7 @@ void ScrollView::endDrag(const Touch& touch) {
 }
 
 bool ScrollView::coast(double seconds) {
-    const double end = greatestOffset();
-    const double target = std::clamp(boundsOrigin_.y, 0.0, end);
+    const double target = withinContent(boundsOrigin_.y);
     if (target != boundsOrigin_.y) {
         velocity_ *= std::exp(-returnRate * seconds);
         const double back = (boundsOrigin_.y - target) * std::exp(-returnRate * seconds);
@@ -180,7 +194,7 @@ bool ScrollView::coast(double seconds) {
         velocity_ *= std::exp(-friction * seconds);
         moveTo(boundsOrigin_.y + velocity_ * seconds);
     }
-    const bool inside = boundsOrigin_.y >= 0 && boundsOrigin_.y <= end;
+    const bool inside = boundsOrigin_.y == withinContent(boundsOrigin_.y);
     if (!inside || std::abs(velocity_) > restingSpeed) return true;
     motion_ = 0;
     comeToRest();
@@ -196,9 +210,9 @@ void ScrollView::comeToRest() {
 }
 
 bool ScrollView::scrollWheel(Point delta) {
-    if (!scrollEnabled_ || greatestOffset() == 0) return false;
+    if (!scrollEnabled_ || greatestOffset() == leastOffset()) return false;
     stop();
-    moveTo(std::clamp(boundsOrigin_.y + delta.y, 0.0, greatestOffset()));
+    moveTo(withinContent(boundsOrigin_.y + delta.y));
     indicatorAlpha_ = 1;
     cancelAnimation(indicatorFade_);
     comeToRest();
@@ -210,7 +224,8 @@ void ScrollView::drawAbove(graphics::Canvas& canvas) {
     const double height = bounds().size.height;
     if (indicatorAlpha_ <= 0 || contentSize_.height <= height) return;
     const double length = std::max(shortestIndicator, height * height / contentSize_.height);
-    const double part = std::clamp(boundsOrigin_.y / greatestOffset(), 0.0, 1.0);
+    const double way = std::max(1.0, greatestOffset() - leastOffset());
+    const double part = std::clamp((boundsOrigin_.y - leastOffset()) / way, 0.0, 1.0);
     const double y = boundsOrigin_.y + indicatorMargin + part * (height - length - 2 * indicatorMargin);
     canvas.fillRounded({{bounds().size.width - indicatorWidth - indicatorMargin, y}, {indicatorWidth, length}},
                        indicatorWidth / 2, Color::gray(0, 0.35 * indicatorAlpha_));

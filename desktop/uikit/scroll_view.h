@@ -23,6 +23,9 @@ class ScrollView : public View {
     Point contentOffset() const { return boundsOrigin_; }
     void setContentOffset(Point offset) { setContentOffsetAnimated(offset, false); }
     void setContentOffsetAnimated(Point offset, bool animated);
+    EdgeInsets contentInset() const { return inset_; }
+    /// Room around the content that scrolling reaches, in points. What stood at the top stays at the top.
+    void setContentInset(EdgeInsets inset);
     objc::Object delegate() const { return objc::Object{delegate_}; }
     virtual void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
     bool isScrollEnabled() const { return scrollEnabled_; }
@@ -35,7 +38,9 @@ class ScrollView : public View {
     bool scrollWheel(Point delta) override;
     void drawAbove(graphics::Canvas& canvas) override;
 
-    /// The greatest offset at which the content still fills the view; 0 where it is shorter.
+    /// The offset of the content's top, with the inset above it.
+    double leastOffset() const { return -inset_.top; }
+    /// The greatest offset at which content and insets still fill the view; leastOffset() where they are shorter.
     double greatestOffset() const;
 
   protected:
@@ -54,7 +59,10 @@ class ScrollView : public View {
     void tellDragEnded(bool decelerates);
     double rubberBanded(double y) const;
 
+    double withinContent(double y) const;
+
     Size contentSize_;
+    EdgeInsets inset_;
     id delegate_ = nullptr;
     bool scrollEnabled_ = true;
     bool tracking_ = false;

@@ -101,7 +101,7 @@ void SearchDisplayController::begin(bool animated) {
     View* table = list();
     if (auto* scroll = objc::peerIf<ScrollView>(table->object())) {
         offsetBefore_ = scroll->contentOffset();
-        scroll->setContentOffsetAnimated({0, 0}, false);
+        scroll->setContentOffsetAnimated({0, scroll->leastOffset()}, false);
         scroll->setScrollEnabled(false);
     }
     const double top = bar_->frame().bottom();

@@ -35,6 +35,9 @@ objc::Ref<Sheet> Sheet::present(Window* window, Content content, std::function<v
     sheet->chosen_ = std::move(chosen);
     sheet->build();
     window->addOverlay(sheet);
+    // Laid out and hidden before the first frame, which must not show the panel in its place.
+    sheet->layoutIfNeeded();
+    sheet->reveal(0);
     Sheet* raw = sheet.get();
     sheet->animation_ = animate(slideSeconds, Curve::EaseOut, [raw](double progress) { raw->reveal(progress); });
     return sheet;

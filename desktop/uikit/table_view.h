@@ -92,6 +92,9 @@ class TableView : public ScrollView {
     void setAllowsSelectionDuringEditing(bool allows) { selectsWhileEditing_ = allows; }
     objc::Object pathOfSelectedRow() const;
     void deselectRow(objc::Object path, bool animated);
+    /// UITableViewScrollPosition; none moves as little as shows the whole row.
+    enum ScrollPosition : long { scrollNone = 0, scrollTop = 1, scrollMiddle = 2, scrollBottom = 3 };
+    /// No such row: nothing.
     void scrollToRow(objc::Object path, long position, bool animated);
 
     void layoutSubviews() override;
@@ -151,6 +154,7 @@ class TableView : public ScrollView {
     void dropCells();
     std::optional<RowPlace> placeAt(Point point);
     Rect rectOf(RowPlace place);
+    double offsetFor(const Rect& row, long position) const;
     bool scrollIntoView(RowPlace place);
     bool canEdit(RowPlace place);
     bool canSelect() const { return !editing_ || selectsWhileEditing_; }

@@ -128,7 +128,7 @@ void TableView::dropBands() {
 
 void TableView::layOutBands() {
     const double width = bounds().size.width;
-    const double top = contentOffset().y;
+    const double top = contentOffset().y + contentInset().top;
     for (std::size_t i = 0; i < sections_.size(); ++i) {
         if (!std::exchange(sections_[i].hasBands, true)) {
             const auto index = static_cast<long>(i);

@@ -27,14 +27,40 @@ std::optional<RowPlace> TableView::placeAt(Point point) {
 
 bool TableView::scrollIntoView(RowPlace place) {
     if (place.row < 0 || place.row >= numberOfRowsInSection(place.section)) return false;
-    const Rect rect = rectOf(place);
-    if (rect.top() < bounds().top()) setContentOffset({0, rect.top()});
-    if (rect.bottom() > bounds().bottom()) setContentOffset({0, rect.bottom() - bounds().size.height});
+    const double y = offsetFor(rectOf(place), scrollNone);
+    if (y != contentOffset().y) setContentOffset({0, y});
     layoutIfNeeded();
     return cells_.contains(place);
 }
 
-void TableView::scrollToRow(objc::Object path, long, bool) { scrollIntoView(placeOf(path)); }
+/// At the ends of the content a row comes as near to its position as the content reaches.
+double TableView::offsetFor(const Rect& row, long position) const {
+    const double visibleTop = contentInset().top;
+    const double visibleHeight = bounds().size.height - visibleTop - contentInset().bottom;
+    const double atTop = row.top() - visibleTop;
+    const double atBottom = row.bottom() - visibleTop - visibleHeight;
+    const double now = contentOffset().y;
+    double y = now;
+    if (position == scrollTop)
+        y = atTop;
+    else if (position == scrollMiddle)
+        y = (atTop + atBottom) / 2;
+    else if (position == scrollBottom)
+        y = atBottom;
+    else if (now > atTop || row.height() > visibleHeight)
+        y = atTop;
+    else
+        y = std::max(now, atBottom);
+    // A row in sight stays where a finger or a message put it, even beyond an end.
+    return y == now ? now : std::clamp(y, leastOffset(), greatestOffset());
+}
+
+void TableView::scrollToRow(objc::Object path, long position, bool animated) {
+    const RowPlace place = placeOf(path);
+    if (place.row < 0 || place.row >= numberOfRowsInSection(place.section)) return;
+    setContentOffsetAnimated({0, offsetFor(rectOf(place), position)}, animated);
+    if (!animated) layoutIfNeeded();
+}
 
 bool TableView::touch(const Touch& touch) {
     if (touch.phase == TouchPhase::Began) press(touch);

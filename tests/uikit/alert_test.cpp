@@ -39,6 +39,7 @@ class AlertTest : public ToolkitTest {
         return nullptr;
     }
     void press(std::string_view title) {
+        advance(1);
         window().layoutIfNeeded();
         Button* button = buttonIn(frontSheet(), title);
         ASSERT_NE(button, nullptr);

@@ -113,5 +113,31 @@ TEST_F(ScrollViewTest, aDisabledOneMovesByMessageAlone) {
     EXPECT_EQ(offset(), 120);
 }
 
+TEST_F(ScrollViewTest, theInsetIsRoomThatScrollingReachesAtBothEnds) {
+    scroll_->setContentInset({20, 0, 30, 0});
+    EXPECT_EQ(offset(), -20);
+    EXPECT_EQ(scroll_->greatestOffset(), 630);
+    EXPECT_TRUE(scroll_->scrollWheel({0, 5000}));
+    EXPECT_EQ(offset(), 630);
+    EXPECT_TRUE(scroll_->scrollWheel({0, -5000}));
+    EXPECT_EQ(offset(), -20);
+}
+
+TEST_F(ScrollViewTest, theRubberBandBeginsBeyondTheInset) {
+    scroll_->setContentInset({20, 0, 30, 0});
+    drag(100, 200, 1);
+    EXPECT_EQ(offset(), -70);
+    settle();
+    EXPECT_EQ(offset(), -20);
+}
+
+TEST_F(ScrollViewTest, anInsetThatGoesBringsTheContentBackIntoItsRange) {
+    scroll_->setContentInset({20, 0, 30, 0});
+    scroll_->setContentOffset({0, 630});
+    scroll_->setContentInset({});
+    EXPECT_EQ(offset(), 600);
+    EXPECT_EQ(scroll_->contentInset().bottom, 0);
+}
+
 }  // namespace
 }  // namespace uikit::test

@@ -109,9 +109,12 @@ TEST_F(TableLayoutTest, theVisibleRowsAreThoseOfAPlainWalkOverAllRows) {
         const objc::AutoreleasePool pool;
         for (int reload = 0; reload < 2; ++reload) {
             show(*anyPlan());
+            const int top = *rc::gen::inRange(0, 100);
+            const int bottom = *rc::gen::inRange(0, 100);
+            table_->setContentInset({static_cast<double>(top), 0, static_cast<double>(bottom), 0});
             const auto greatest = static_cast<int>(table_->greatestOffset());
             for (int step = 0; step < 3; ++step) {
-                const double offset = *rc::gen::inRange(0, greatest + 1);
+                const double offset = *rc::gen::inRange(-top, greatest + 1);
                 table_->setContentOffset({0, offset});
                 RC_ASSERT(visible() == walked(offset));
             }
@@ -173,6 +176,57 @@ TEST_F(TableLayoutTest, aGroupedTableKnowsItsStyleAndHasTheGroundOfGroups) {
     auto grouped = objc::Ref<TableView>::make<"initWithFrame:style:">(Rect{{0, 0}, {320, 400}}, 1L);
     EXPECT_EQ(grouped->style(), 1);
     EXPECT_EQ(colorOf(grouped->backgroundColor()), palette::groupedBackground);
+}
+
+TEST_F(TableLayoutTest, aRowIsScrolledToThePositionThatIsAskedFor) {
+    show({{std::vector<int>(100, 40), 0, 0}});
+    const auto offsetFor = [this](long position) {
+        table_->scrollToRow(indexPath({0, 50}), position, false);
+        return table_->contentOffset().y;
+    };
+    EXPECT_EQ(offsetFor(TableView::scrollTop), 2000);
+    EXPECT_EQ(offsetFor(TableView::scrollMiddle), 1820);
+    EXPECT_EQ(offsetFor(TableView::scrollNone), 1820);
+    EXPECT_EQ(offsetFor(TableView::scrollBottom), 1640);
+    table_->setContentInset({30, 0, 10, 0});
+    EXPECT_EQ(offsetFor(TableView::scrollTop), 1970);
+    EXPECT_EQ(offsetFor(TableView::scrollBottom), 1650);
+}
+
+TEST_F(TableLayoutTest, aRowAtAnEndComesAsNearToItsPositionAsTheContentReaches) {
+    show({{std::vector<int>(100, 40), 0, 0}});
+    table_->scrollToRow(indexPath({0, 99}), TableView::scrollTop, false);
+    EXPECT_EQ(table_->contentOffset().y, 3600);
+    table_->scrollToRow(indexPath({0, 0}), TableView::scrollBottom, false);
+    EXPECT_EQ(table_->contentOffset().y, 0);
+    table_->scrollToRow(indexPath({0, 100}), TableView::scrollTop, false);
+    EXPECT_EQ(table_->contentOffset().y, 0);
+}
+
+TEST_F(TableLayoutTest, aTappedRowComesOutFromUnderTheInsets) {
+    show({{std::vector<int>(100, 40), 0, 0}});
+    table_->setContentInset({30, 0, 10, 0});
+    table_->setContentOffset({0, 1000});
+    EXPECT_TRUE(table_->tapRow(25, 0));
+    EXPECT_EQ(table_->contentOffset().y, 970);
+    EXPECT_TRUE(table_->tapRow(50, 0));
+    EXPECT_EQ(table_->contentOffset().y, 1650);
+    EXPECT_TRUE(table_->tapRow(50, 0));
+    EXPECT_EQ(table_->contentOffset().y, 1650);
+    EXPECT_TRUE(table_->tapRow(0, 0));
+    EXPECT_EQ(table_->contentOffset().y, -30);
+    EXPECT_FALSE(table_->tapRow(100, 0));
+}
+
+TEST_F(TableLayoutTest, anAnimatedScrollToARowArrivesInTime) {
+    show({{std::vector<int>(100, 40), 0, 0}});
+    table_->scrollToRow(indexPath({0, 50}), TableView::scrollTop, true);
+    EXPECT_EQ(table_->contentOffset().y, 0);
+    advance(0.15);
+    EXPECT_GT(table_->contentOffset().y, 0);
+    EXPECT_LT(table_->contentOffset().y, 2000);
+    advance(1);
+    EXPECT_EQ(table_->contentOffset().y, 2000);
 }
 
 }  // namespace

@@ -1,0 +1,143 @@
+// Searches over a list: every way in and out, what the delegate hears, and what covers the list.
+#include "desktop/uikit/navigation_controller.h"
+#include "desktop/uikit/search_display_controller.h"
+#include "desktop/uikit/table_view.h"
+#include "tests/uikit/fixture.h"
+
+namespace uikit::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+class SearchDelegate : public objc::PeerBase {
+  public:
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"TestSearchDelegate"};
+    static void define(objc::ClassDefinition<SearchDelegate>& definition) {
+        definition.method<"searchDisplayControllerWillBeginSearch:", &SearchDelegate::willBegin>()
+            .method<"searchDisplayControllerDidBeginSearch:", &SearchDelegate::didBegin>()
+            .method<"searchDisplayControllerWillEndSearch:", &SearchDelegate::willEnd>()
+            .method<"searchDisplayControllerDidEndSearch:", &SearchDelegate::didEnd>()
+            .method<"searchDisplayController:shouldReloadTableForSearchString:", &SearchDelegate::text>()
+            .method<"searchDisplayController:shouldReloadTableForSearchScope:", &SearchDelegate::scope>();
+    }
+    void willBegin(objc::Object) { heard.emplace_back("will begin"); }
+    void didBegin(objc::Object) { heard.emplace_back("did begin"); }
+    void willEnd(objc::Object) { heard.emplace_back("will end"); }
+    void didEnd(objc::Object) { heard.emplace_back("did end"); }
+    bool text(objc::Object, objc::Object string) {
+        heard.push_back("text " + utf8(string));
+        return true;
+    }
+    bool scope(objc::Object, long index) {
+        heard.push_back("scope " + std::to_string(index));
+        return true;
+    }
+    objc::Object object() const { return objc::Object{self}; }
+
+    Names heard;
+};
+
+class SearchTest : public ToolkitTest {
+  protected:
+    SearchTest() {
+        objc::registerClasses<SearchDelegate>();
+        delegate_ = objc::Ref<SearchDelegate>::make();
+        list_ = objc::Ref<TableView>::make<"initWithFrame:">(Rect{{}, {320, 504}});
+        bar_ = objc::Ref<SearchBar>::make<"initWithFrame:">(Rect{{}, {320, 44}});
+        const auto titles = objc::sendClass<"NSMutableArray", "array", objc::Object>();
+        for (const char* title : {"All", "Missed"}) objc::send<"addObject:">(titles, nsString(title));
+        bar_->setScopeButtonTitles(titles);
+        list_->setTableHeaderView(bar_);
+        screen_->setView(list_);
+        navigation_ = objc::Ref<NavigationController>::make<"initWithRootViewController:">(screen_->object());
+        window().setRootViewController(navigation_);
+        window().makeKeyAndVisible();
+        search_ = objc::Ref<SearchDisplayController>::make<"initWithSearchBar:contentsController:">(bar_->object(),
+                                                                                                    screen_->object());
+        search_->setDelegate(delegate_->object());
+        window().layoutIfNeeded();
+    }
+    ~SearchTest() override {
+        search_->setActive(false);
+        search_->setDelegate({});
+        bar_->setListener({});
+    }
+    Names heard() { return std::exchange(delegate_->heard, {}); }
+    View* results() { return objc::peerOf<View>(search_->searchResultsTableView()); }
+
+    objc::Ref<SearchDelegate> delegate_;
+    objc::Ref<TableView> list_;
+    objc::Ref<SearchBar> bar_;
+    objc::Ref<ViewController> screen_ = objc::Ref<ViewController>::make();
+    objc::Ref<NavigationController> navigation_;
+    objc::Ref<SearchDisplayController> search_;
+};
+
+TEST_F(SearchTest, aTouchOnTheFieldBeginsASearchAndHidesTheNavigationBar) {
+    SearchField* field = bar_->field();
+    tap(field->pointToWindow(field->bounds().centre()));
+    EXPECT_TRUE(search_->isActive());
+    EXPECT_TRUE(navigation_->isNavigationBarHidden());
+    EXPECT_TRUE(bar_->showsCancelButton());
+    EXPECT_TRUE(bar_->showsScopeBar());
+    EXPECT_EQ(bar_->frame().size.height, 88);
+    EXPECT_EQ(heard(), (Names{"will begin", "did begin"}));
+}
+
+TEST_F(SearchTest, aMessageBeginsASearchOnceAndEndsItOnce) {
+    search_->setActive(true);
+    search_->setActive(true);
+    search_->setActive(false);
+    search_->setActive(false);
+    EXPECT_EQ(heard(), (Names{"will begin", "did begin", "will end", "did end"}));
+    EXPECT_FALSE(navigation_->isNavigationBarHidden());
+    EXPECT_EQ(bar_->frame().size.height, 44);
+}
+
+TEST_F(SearchTest, whatIsTypedIsAskedForAndItsResultsCoverTheList) {
+    bar_->type("ad");
+    EXPECT_EQ(heard(), (Names{"will begin", "did begin", "text ad"}));
+    EXPECT_EQ(results()->superview(), list_.get());
+    EXPECT_EQ(results()->frame().top(), 88);
+    bar_->type("");
+    EXPECT_EQ(results()->superview(), nullptr);
+    EXPECT_TRUE(search_->isActive());
+}
+
+TEST_F(SearchTest, cancelEmptiesTheTextAndEndsTheSearch) {
+    bar_->type("ad");
+    heard();
+    bar_->cancel();
+    EXPECT_EQ(heard(), (Names{"will end", "did end"}));
+    EXPECT_EQ(bar_->field()->text(), "");
+    EXPECT_EQ(results()->superview(), nullptr);
+    EXPECT_FALSE(bar_->showsCancelButton());
+    EXPECT_FALSE(search_->isActive());
+}
+
+TEST_F(SearchTest, aTouchOnAScopeIsAskedForAndAMessageIsNot) {
+    search_->setActive(true);
+    heard();
+    bar_->setSelectedScopeButtonIndex(1);
+    EXPECT_EQ(heard(), Names{});
+    window().layoutIfNeeded();
+    SegmentedControl* scopes = bar_->scopeControl();
+    tap(scopes->pointToWindow({scopes->bounds().size.width / 4, scopes->bounds().size.height / 2}));
+    EXPECT_EQ(heard(), Names{"scope 0"});
+    EXPECT_EQ(bar_->selectedScopeButtonIndex(), 0);
+}
+
+TEST_F(SearchTest, theListComesBackToWhereItStood) {
+    list_->setContentSize({320, 2000});
+    list_->setContentOffset({0, 44});
+    search_->setActive(true);
+    EXPECT_EQ(list_->contentOffset().y, 0);
+    EXPECT_FALSE(list_->isScrollEnabled());
+    search_->setActive(false);
+    EXPECT_EQ(list_->contentOffset().y, 44);
+    EXPECT_TRUE(list_->isScrollEnabled());
+}
+
+}  // namespace
+}  // namespace uikit::test

@@ -1,0 +1,67 @@
+// Action sheets: their buttons, and how they are answered.
+#include "desktop/uikit/sheet.h"
+
+#include "tests/uikit/fixture.h"
+
+namespace uikit::test {
+namespace {
+
+using Chosen = std::vector<long>;
+
+class SheetTest : public ToolkitTest {
+  protected:
+    SheetTest() {
+        window().makeKeyAndVisible();
+        sheet_ = Sheet::present(&window(),
+                                {Sheet::Style::ActionSheet,
+                                 "Clear?",
+                                 "",
+                                 {{"Clear all", Sheet::Role::Destructive}, {"Cancel", Sheet::Role::Cancel}}},
+                                [this](long choice) { chosen_.push_back(choice); });
+        advance(1);
+        window().layoutIfNeeded();
+    }
+
+    objc::Ref<Sheet> sheet_;
+    Chosen chosen_;
+};
+
+TEST_F(SheetTest, aTouchOnAButtonAnswersItsIndexAndTheSheetLeaves) {
+    EXPECT_EQ(frontSheet(), sheet_.get());
+    tap({160, 568 - 8 - 50 - 8 - 25});
+    EXPECT_EQ(chosen_, Chosen{0});
+    EXPECT_EQ(frontSheet(), nullptr);
+    advance(1);
+    EXPECT_EQ(sheet_->window(), nullptr);
+}
+
+TEST_F(SheetTest, aSheetStartsBelowTheWindowBeforeItsFirstFrame) {
+    const auto other =
+        Sheet::present(&window(), {Sheet::Style::ActionSheet, "", "", {{"Go", Sheet::Role::Normal}}}, {});
+    const View* panel = other->subviews().front();
+    EXPECT_EQ(panel->displacement().y, panel->frame().size.height);
+    EXPECT_EQ(panel->frame().size.height, 58);
+    advance(1);
+    EXPECT_EQ(panel->displacement().y, 0);
+}
+
+TEST_F(SheetTest, theCancelButtonStandsApartAtTheFoot) {
+    tap({160, 568 - 8 - 25});
+    EXPECT_EQ(chosen_, Chosen{1});
+}
+
+TEST_F(SheetTest, aTouchBesideTheButtonsAnswersNothing) {
+    tap({160, 100});
+    EXPECT_TRUE(chosen_.empty());
+    EXPECT_EQ(frontSheet(), sheet_.get());
+}
+
+TEST_F(SheetTest, aSheetIsAnsweredOnce) {
+    sheet_->dismiss(-1, false);
+    EXPECT_EQ(sheet_->window(), nullptr);
+    sheet_->dismiss(0, false);
+    EXPECT_EQ(chosen_, Chosen{-1});
+}
+
+}  // namespace
+}  // namespace uikit::test

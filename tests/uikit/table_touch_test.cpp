@@ -1,0 +1,151 @@
+// What touches do to a table: selection, accessories, the swipe that deletes, edit mode, rows that come and go.
+#include "desktop/uikit/table_view.h"
+#include "tests/uikit/fixture.h"
+
+namespace uikit::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// A list of names that can be deleted from, which writes down what the table tells it.
+class NameSource : public objc::PeerBase {
+  public:
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"TestNameSource"};
+    static void define(objc::ClassDefinition<NameSource>& definition) {
+        definition.method<"tableView:numberOfRowsInSection:", &NameSource::rowCount>()
+            .method<"tableView:cellForRowAtIndexPath:", &NameSource::cell>()
+            .method<"tableView:canEditRowAtIndexPath:", &NameSource::canEdit>()
+            .method<"tableView:commitEditingStyle:forRowAtIndexPath:", &NameSource::commit>()
+            .method<"tableView:didSelectRowAtIndexPath:", &NameSource::selected>()
+            .method<"tableView:accessoryButtonTappedForRowWithIndexPath:", &NameSource::accessory>()
+            .method<"tableView:willBeginEditingRowAtIndexPath:", &NameSource::willEdit>()
+            .method<"tableView:didEndEditingRowAtIndexPath:", &NameSource::didEdit>();
+    }
+    long rowCount(objc::Object, long) { return static_cast<long>(names.size()); }
+    objc::Object cell(objc::Object, objc::Object path) {
+        auto made = objc::Ref<TableViewCell>::make<"initWithStyle:reuseIdentifier:">(0L, nsString("row"));
+        made->textLabel()->setString(nameAt(path));
+        made->setAccessoryType(TableViewCell::detailButton);
+        return objc::autorelease(objc::Strong<>(made->object()));
+    }
+    bool canEdit(objc::Object, objc::Object path) { return nameAt(path) != "fixed"; }
+    void commit(TableView* table, long style, objc::Object path) {
+        heard.push_back("commit " + std::to_string(style) + " " + nameAt(path));
+        names.erase(names.begin() + placeOf(path).row);
+        table->deleteRows(objc::sendClass<"NSArray", "arrayWithObject:", objc::Object>(path), 0);
+    }
+    void selected(objc::Object, objc::Object path) { heard.push_back("select " + nameAt(path)); }
+    void accessory(objc::Object, objc::Object path) { heard.push_back("details " + nameAt(path)); }
+    void willEdit(objc::Object, objc::Object path) { heard.push_back("will edit " + nameAt(path)); }
+    void didEdit(objc::Object, objc::Object) { heard.emplace_back("did edit"); }
+    std::string nameAt(objc::Object path) const { return names[static_cast<std::size_t>(placeOf(path).row)]; }
+    objc::Object object() const { return objc::Object{self}; }
+
+    Names names{"ada", "bob", "fixed", "cleo"};
+    Names heard;
+};
+
+class TableTouchTest : public ToolkitTest {
+  protected:
+    TableTouchTest() {
+        objc::registerClasses<NameSource>();
+        source_ = objc::Ref<NameSource>::make();
+        table_ = add<TableView>({{0, 0}, {320, 400}});
+        table_->setDataSource(source_->object());
+        table_->setDelegate(source_->object());
+        window().layoutIfNeeded();
+    }
+    ~TableTouchTest() override {
+        table_->setDelegate({});
+        table_->setDataSource({});
+    }
+    Names heard() { return std::exchange(source_->heard, {}); }
+    Names shown() {
+        Names names;
+        for (const auto& row : table_->visibleRows()) names.push_back(row.cell->textLabel()->string());
+        return names;
+    }
+    void swipe(double y) {
+        touch(TouchPhase::Began, {250, y});
+        touch(TouchPhase::Moved, {200, y});
+        touch(TouchPhase::Ended, {200, y});
+        advance(1);
+    }
+    TableViewCell* cellAt(long row) { return objc::peerOf<TableViewCell>(table_->cellAtPath(indexPath({0, row}))); }
+
+    objc::Ref<NameSource> source_;
+    objc::Ref<TableView> table_;
+};
+
+TEST_F(TableTouchTest, aTapSelectsItsRowUntilItIsDeselected) {
+    tap({100, 66});
+    EXPECT_EQ(heard(), Names{"select bob"});
+    EXPECT_EQ(placeOf(table_->pathOfSelectedRow()), (RowPlace{0, 1}));
+    EXPECT_TRUE(cellAt(1)->isHighlighted());
+    table_->deselectRow(indexPath({0, 1}), false);
+    EXPECT_FALSE(table_->pathOfSelectedRow());
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+}
+
+TEST_F(TableTouchTest, aFingerThatLeavesItsRowSelectsNothing) {
+    touch(TouchPhase::Began, {100, 66});
+    EXPECT_TRUE(cellAt(1)->isHighlighted());
+    touch(TouchPhase::Cancelled, {100, 66});
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+    EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(TableTouchTest, aTapOnTheDetailButtonOpensTheDetailsAlone) {
+    tap(cellAt(1)->pointToWindow(cellAt(1)->detailRect().centre()));
+    EXPECT_EQ(heard(), Names{"details bob"});
+    EXPECT_FALSE(table_->pathOfSelectedRow());
+}
+
+TEST_F(TableTouchTest, aSwipeShowsTheDeleteButtonAndATapOnItDeletes) {
+    swipe(66);
+    EXPECT_EQ(heard(), Names{"will edit bob"});
+    EXPECT_EQ(cellAt(1)->revealed(), 82);
+    tap({300, 66});
+    EXPECT_EQ(heard(), (Names{"commit 1 bob", "did edit"}));
+    EXPECT_EQ(shown(), (Names{"ada", "fixed", "cleo"}));
+}
+
+TEST_F(TableTouchTest, aTouchElsewhereTakesTheDeleteButtonBackAndIsNothingElse) {
+    swipe(66);
+    heard();
+    tap({100, 22});
+    EXPECT_EQ(heard(), Names{"did edit"});
+    advance(1);
+    EXPECT_EQ(cellAt(1)->revealed(), 0);
+}
+
+TEST_F(TableTouchTest, aRowThatMayNotBeEditedHasNoDeleteButton) {
+    swipe(110);
+    EXPECT_EQ(heard(), Names{});
+    EXPECT_EQ(cellAt(2)->revealed(), 0);
+}
+
+TEST_F(TableTouchTest, inEditModeTheMinusShowsTheDeleteButtonAndRowsAreNotSelected) {
+    table_->setEditing(true);
+    tap({150, 66});
+    EXPECT_EQ(heard(), Names{});
+    tap(cellAt(1)->pointToWindow(cellAt(1)->minusRect().centre()));
+    advance(1);
+    EXPECT_EQ(cellAt(1)->revealed(), 82);
+    table_->confirmDelete();
+    EXPECT_EQ(heard(), Names{"commit 1 bob"});
+    table_->setEditing(false);
+    EXPECT_TRUE(cellAt(0)->minusRect().isEmpty());
+}
+
+TEST_F(TableTouchTest, insertedRowsShowAfterTheUpdatesEnd) {
+    table_->beginUpdates();
+    source_->names.insert(source_->names.begin(), "zoe");
+    table_->insertRows(objc::sendClass<"NSArray", "arrayWithObject:", objc::Object>(indexPath({0, 0})), 0);
+    table_->endUpdates();
+    EXPECT_EQ(shown(), (Names{"zoe", "ada", "bob", "fixed", "cleo"}));
+}
+
+}  // namespace
+}  // namespace uikit::test
