@@ -45,7 +45,7 @@ class Entry : public objc::PeerBase {
     objc::Object day() const { return day_.get(); }
     int count() const { return count_; }
     void setCount(int count) { count_ = count; }
-    int contact() const { return -1; }
+    int contact() const { return call.contact; }
     int duration() const { return call.duration; }
     bool isDialed() const { return call.isDialed; }
     bool isReceived() const { return call.isReceived; }
@@ -101,8 +101,6 @@ class Settings : public objc::PeerBase {
     void setFlag(bool value) {
         companion().*field = value;
     }
-    bool no() { return false; }
-    bool yes() { return true; }
     static void define(objc::ClassDefinition<Settings>& definition) {
         definition.classMethod<"sharedInstance", &Settings::sharedInstance>()
             .method<"minRec_Call", &Settings::pageSize>()
@@ -110,8 +108,8 @@ class Settings : public objc::PeerBase {
             .method<"isGroupByDate", &Settings::setting<&Companion::isGroupByDate>>()
             .method<"isGroupContacts_Call", &Settings::setting<&Companion::isGroupContacts>>()
             .method<"isEnableCallSearch", &Settings::setting<&Companion::isSearchEnabled>>()
-            .method<"isShowHeader_Call", &Settings::yes>()
-            .method<"isShowContactImage", &Settings::no>()
+            .method<"isShowHeader_Call", &Settings::setting<&Companion::isHeaderShown>>()
+            .method<"isShowContactImage", &Settings::setting<&Companion::areImagesShown>>()
             .method<"isNeedToLoadData", &Settings::flag<&Companion::isNeedToLoadData>>()
             .method<"setIsNeedToLoadData:", &Settings::setFlag<&Companion::isNeedToLoadData>>()
             .method<"isCallSettingsChanged", &Settings::flag<&Companion::isSettingsChanged>>()
@@ -254,13 +252,29 @@ class Utilities : public objc::PeerBase {
     static constexpr objc::Name className{"QuorvelUtils"};
     static objc::Object localizedString(Class, objc::Object key) {
         const std::string text = uikit::utf8(key);
-        if (text.ends_with("_SHOWING_D")) return uikit::nsString("%ld shown");
-        if (text.ends_with("S_D_D")) return uikit::nsString("of %ld, %@");
+        if (text == "ALL_SHOWING_D") return uikit::nsString("%ld shown");
+        if (text.ends_with("_SHOWING_D")) return uikit::nsString("%ld of " + text.substr(0, 3) + " shown");
+        if (text == "CALLS_D_D") return uikit::nsString("of %ld, %@");
+        if (text == "CALLS_D") return uikit::nsString("of %ld");
+        if (text == "DAYS_D_D") return uikit::nsString("of %ld days, %@");
+        if (text == "DAYS_D") return uikit::nsString("of %ld days");
         if (text.ends_with("_CONTACT_CONFIRM_MSG")) return uikit::nsString(text + " %@");
         return key;
     }
+    static objc::Object imageFromCache(Class, int contact) {
+        log().add("picture of " + n(contact) + " in the cache?");
+        return imageIf(companion().cachedImages.contains(contact));
+    }
+    static objc::Object image(Class, int contact) {
+        log().add("picture of " + n(contact));
+        return imageIf(companion().images.contains(contact));
+    }
+    /// Any object stands for the picture: it is only asked for, never drawn.
+    static objc::Object imageIf(bool is) { return is ? objc::Object(uikit::nsString("picture")) : objc::Object{}; }
     static void define(objc::ClassDefinition<Utilities>& definition) {
-        definition.classMethod<"getLocalizedString:", &Utilities::localizedString>();
+        definition.classMethod<"getLocalizedString:", &Utilities::localizedString>()
+            .classMethod<"getContactImageFromCache:", &Utilities::imageFromCache>()
+            .classMethod<"getContactImage:", &Utilities::image>();
     }
 };
 

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <functional>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,7 @@ struct Call {
     bool isMissed = false;
     bool isCanceled = false;
     const char* day = "2024-06-15";
+    int contact = -1;
 };
 
 /// A QVCallEntry with those fields.
@@ -62,9 +64,15 @@ struct Companion {
     bool isGroupByDate = false;
     bool isGroupContacts = false;
     bool isSearchEnabled = true;
+    bool isHeaderShown = true;
+    bool areImagesShown = false;
     std::atomic<bool> isNeedToLoadData{false};
     std::atomic<bool> isSettingsChanged{false};
     std::atomic<bool> isAnyRecordDeleted{false};
+
+    // Contacts' pictures: those in the cache, and those that a look into the address book brings.
+    std::set<int> cachedImages;
+    std::set<int> images;
 
     // The database, by filter code; all calls first, the days last.
     std::array<std::vector<objc::Strong<QVCallEntry>>, 5> rows;

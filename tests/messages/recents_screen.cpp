@@ -246,9 +246,9 @@ void RecentsMessages::settle() {
     }
 }
 
-void RecentsMessages::trace() {
+void RecentsMessages::trace(const std::vector<std::string>& classes) {
     const auto error = substrate::trace::begin(
-        {"PHRecentsViewController"},
+        classes,
         [](const std::string& line) {
             if (isPlainQuestion(line)) return;
             const auto start = line.find(' ') + 1;

@@ -36,8 +36,8 @@ class RecentsMessages : public testing::Test {
     void open();
     /// Runs queues and main queue until nothing is left.
     static void settle();
-    /// Writes down the screen's own messages from now on, but for plain questions.
-    static void trace();
+    /// Writes down the screen's own messages from now on, but for plain questions; or those of the classes named.
+    static void trace(const std::vector<std::string>& classes = {"PHRecentsViewController"});
 
     objc::Object screen() const { return screen_; }
     template <objc::Name name, class R = void, class... Arguments>
