@@ -155,13 +155,17 @@ class Calls : public objc::PeerBase {
     void read(std::int64_t count, std::int64_t offset, std::int64_t filter) {
         log().add("read " + n(count) + " from " + n(offset) + " of " + n(filter));
         if (companion().duringReading) companion().duringReading();
+        // As the companion itself: several threads may ask for the same rows, and no list is given a row twice.
+        static std::mutex filling;
+        const std::lock_guard lock(filling);
         const std::size_t place = listPlaceOf(filter);
         auto& slot = companion().lists[place];
         if (!slot.load()) slot.store(arrayOf({}));
         const auto& rows = companion().rows[place];
         const auto end = std::min<std::int64_t>(offset + std::min(count, companion().mostPerReading),
                                                 static_cast<std::int64_t>(rows.size()));
-        for (std::int64_t i = offset; i < end; ++i) slot.load()->addObject(rows[static_cast<std::size_t>(i)].get());
+        for (auto i = static_cast<std::int64_t>(slot.load()->count()); i < end; ++i)
+            slot.load()->addObject(rows[static_cast<std::size_t>(i)].get());
     }
     std::int64_t totalCount(std::int64_t filter) {
         log().add("count of " + n(filter));

@@ -28,6 +28,8 @@ class RecentsNotifications : public RecentsMessages {
     /// The screens that receive the message while the work is done, by their class.
     template <class Work>
     static std::vector<std::string> receivers(const std::string& selector, const Work& work) {
+        while (notify::pending()) notify::deliverPending();
+        settle();
         std::vector<std::string> screens;
         std::mutex mutex;
         const auto error = substrate::trace::begin({"PHRecentsViewController"}, [&](const std::string& line) {
@@ -90,7 +92,8 @@ TEST_F(RecentsNotifications, ofANewCallReachScreensThatLoadedWhileReplaceRecents
 
 /// The set-up of a view happens when it loads, the setting is read at every call: in between both are true.
 TEST_F(RecentsNotifications, aScreenSwitchedOnAfterItLoadedAnswersThePluginsWayWithoutItsSetUpOnPurpose) {
-    companion().setRows(1, people(3));
+    // The filter is that of the segments of whichever screen loaded before.
+    for (const int filter : {1, 2, 3, 4}) companion().setRows(filter, people(3));
     companion().isReplaceRecentsOn = false;
     open();
     EXPECT_EQ(rows(), 0) << "the host has none";
