@@ -30,20 +30,34 @@ long AlertView::addButtonWithTitle(objc::Object title) {
     return static_cast<long>(content_.choices.size()) - 1;
 }
 
+template <objc::Name message>
+void AlertView::tell(long index) {
+    const objc::Object receiver{delegate_};
+    if (receiver && objc::respondsTo(receiver, objc::selector<message>()))
+        objc::send<message>(receiver, objc::Object{self}, index);
+}
+
 void AlertView::show() {
     Window* window = Application::shared()->keyWindow();
     if (!window) return;
-    const objc::Strong<> me(objc::Object{self});
-    sheet_ = Sheet::present(window, content_, [me, this](long index) {
-        const objc::Object receiver{delegate_};
-        constexpr auto name = objc::Name{"alertView:clickedButtonAtIndex:"};
-        if (receiver && objc::respondsTo(receiver, objc::selector<name>())) objc::send<name>(receiver, me, index);
-        sheet_ = {};
-    });
+    dismissedByMessage_ = false;
+    // The panel keeps the alert as long as somebody may still be told.
+    const objc::Ref<AlertView> me(this);
+    sheet_ = Sheet::present(
+        window, content_,
+        [me](long index) {
+            me->sheet_ = {};
+            if (!me->dismissedByMessage_) me->tell<"alertView:clickedButtonAtIndex:">(index);
+            me->tell<"alertView:willDismissWithButtonIndex:">(index);
+        },
+        [me](long index) { me->tell<"alertView:didDismissWithButtonIndex:">(index); });
 }
 
 void AlertView::dismissWithClickedButtonIndexAnimated(long index, bool animated) {
-    if (const auto sheet = sheet_) sheet->dismiss(index, animated);
+    const auto sheet = sheet_;
+    if (!sheet) return;
+    dismissedByMessage_ = true;
+    sheet->dismiss(index, animated);
 }
 
 }  // namespace uikit

@@ -11,8 +11,9 @@ class AlertView : public objc::PeerBase {
     static constexpr objc::Name className{"UIAlertView"};
     static void define(objc::ClassDefinition<AlertView>& definition);
 
-    // Messages of the same names. The delegate is not retained; it is sent `alertView:clickedButtonAtIndex:` where it
-    // answers that.
+    // Messages of the same names. The delegate is not retained; where it answers them it is sent
+    // `alertView:clickedButtonAtIndex:` for a touch alone, then in each case `alertView:willDismissWithButtonIndex:`
+    // and, when the alert has left, `alertView:didDismissWithButtonIndex:`.
     objc::Object initWithTitleMessage(objc::Object title, objc::Object message, objc::Object delegate,
                                       objc::Object cancelTitle, objc::Object none);
     long addButtonWithTitle(objc::Object title);
@@ -20,9 +21,13 @@ class AlertView : public objc::PeerBase {
     void dismissWithClickedButtonIndexAnimated(long index, bool animated);
 
   private:
+    template <objc::Name message>
+    void tell(long index);
+
     Sheet::Content content_{Sheet::Style::Alert, {}, {}, {}};
     id delegate_ = nullptr;
     objc::Ref<Sheet> sheet_;
+    bool dismissedByMessage_ = false;
 };
 
 }  // namespace uikit

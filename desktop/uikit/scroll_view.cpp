@@ -65,7 +65,10 @@ void ScrollView::setContentInset(EdgeInsets inset) {
 }
 
 void ScrollView::setContentSize(Size size) {
+    const bool shorter = size.height < contentSize_.height;
     contentSize_ = size;
+    // What is on its way to content that has gone stops at the end.
+    if (shorter) target_ = std::min(target_, greatestOffset());
     setNeedsDisplay();
 }
 
@@ -100,8 +103,9 @@ void ScrollView::setContentOffsetAnimated(Point offset, bool animated) {
         return;
     }
     const double from = boundsOrigin_.y;
+    target_ = offset.y;
     animation_ = animate(animatedSeconds, Curve::EaseInOut,
-                         [this, from, to = offset.y](double progress) { moveTo(from + (to - from) * progress); });
+                         [this, from](double progress) { moveTo(from + (target_ - from) * progress); });
 }
 
 void ScrollView::setScrollEnabled(bool enabled) {
@@ -117,7 +121,11 @@ bool ScrollView::interceptsTouch(const Touch& touch) {
         // A touch on a moving list stops it, and is nothing else.
         return moves;
     }
-    if (touch.phase != TouchPhase::Moved || !tracking_) return false;
+    if (touch.phase != TouchPhase::Moved) {
+        tracking_ = false;
+        return false;
+    }
+    if (!tracking_) return false;
     const Point moved = touch.point - began_.point;
     return std::abs(moved.y) > dragThreshold && std::abs(moved.y) > std::abs(moved.x);
 }
@@ -140,6 +148,8 @@ bool ScrollView::touch(const Touch& touch) {
 }
 
 void ScrollView::beginDrag(const Touch& touch) {
+    const bool moved = isDecelerating();
+    if (!tracking_) stopped_ = moved;
     stop();
     tracking_ = true;
     dragging_ = false;
@@ -147,6 +157,7 @@ void ScrollView::beginDrag(const Touch& touch) {
     last_ = touch;
     velocity_ = 0;
     offsetAtBegin_ = boundsOrigin_.y;
+    if (moved) tell(objc::selector<"scrollViewDidEndDecelerating:">());
 }
 
 double ScrollView::rubberBanded(double y) const {
@@ -172,15 +183,23 @@ void ScrollView::drag(const Touch& touch) {
 }
 
 void ScrollView::endDrag(const Touch& touch) {
-    if (!std::exchange(tracking_, false) || !std::exchange(dragging_, false)) return;
-    if (touch.time - last_.time > slowestSample) velocity_ = 0;
+    if (!std::exchange(tracking_, false)) return;
     const bool outside = boundsOrigin_.y != withinContent(boundsOrigin_.y);
-    const bool decelerates = outside || std::abs(velocity_) > restingSpeed;
-    tellDragEnded(decelerates);
-    if (!decelerates) {
-        comeToRest();
+    if (!std::exchange(dragging_, false)) {
+        // A finger that stopped the content beyond an end lets it go on coming back.
+        if (stopped_ && outside) coastOn();
         return;
     }
+    if (touch.time - last_.time > slowestSample) velocity_ = 0;
+    const bool decelerates = outside || std::abs(velocity_) > restingSpeed;
+    tellDragEnded(decelerates);
+    if (decelerates)
+        coastOn();
+    else
+        comeToRest();
+}
+
+void ScrollView::coastOn() {
     motion_ = everyFrame(Motion::Ends, [this](double seconds) { return coast(seconds); });
 }
 

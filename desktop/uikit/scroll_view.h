@@ -16,7 +16,7 @@ class ScrollView : public View {
 
     // Messages of the same names. The delegate is not retained; it is sent `scrollViewDidScroll:`,
     // `scrollViewWillBeginDragging:`, `scrollViewDidEndDragging:willDecelerate:` and `scrollViewDidEndDecelerating:`
-    // where it answers them.
+    // where it answers them; the last also when a finger stops the content.
     objc::Object initWithFrame(Rect frame) override;
     Size contentSize() const { return contentSize_; }
     void setContentSize(Size size);
@@ -53,6 +53,7 @@ class ScrollView : public View {
     void beginDrag(const Touch& touch);
     void drag(const Touch& touch);
     void endDrag(const Touch& touch);
+    void coastOn();
     bool coast(double seconds);
     void comeToRest();
     void tell(SEL message);
@@ -67,12 +68,14 @@ class ScrollView : public View {
     bool scrollEnabled_ = true;
     bool tracking_ = false;
     bool dragging_ = false;
+    bool stopped_ = false;  // the finger came down on moving content
     Touch began_;
     Touch last_;
     double offsetAtBegin_ = 0;
     double velocity_ = 0;  // points a second
     AnimationToken motion_ = 0;
     AnimationToken animation_ = 0;
+    double target_ = 0;  // where the animation goes
     double indicatorAlpha_ = 0;
     AnimationToken indicatorFade_ = 0;
 };

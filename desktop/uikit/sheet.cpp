@@ -29,10 +29,12 @@ void Sheet::define(objc::ClassDefinition<Sheet>& definition) { definition.method
 
 Sheet::~Sheet() { cancelAnimation(animation_); }
 
-objc::Ref<Sheet> Sheet::present(Window* window, Content content, std::function<void(long)> chosen) {
+objc::Ref<Sheet> Sheet::present(Window* window, Content content, std::function<void(long)> chosen,
+                                std::function<void(long)> gone) {
     auto sheet = objc::Ref<Sheet>::make<"initWithFrame:">(Rect{{0, 0}, window->bounds().size});
     sheet->content_ = std::move(content);
     sheet->chosen_ = std::move(chosen);
+    sheet->gone_ = std::move(gone);
     sheet->build();
     window->addOverlay(sheet);
     // Laid out and hidden before the first frame, which must not show the panel in its place.
@@ -86,19 +88,23 @@ void Sheet::dismiss(long choice, bool animated) {
     cancelAnimation(animation_);
     const objc::Ref<Sheet> me(this);
     const double from = shown_;
-    // Taken first: without an animation the panel leaves its window at once, and forgets whom to tell.
+    // Taken first: a panel that leaves its window forgets whom to tell.
     const auto chosen = std::exchange(chosen_, {});
+    if (chosen) chosen(choice);
     animation_ = animate(
         animated ? slideSeconds : 0, Curve::EaseIn, [me, from](double progress) { me->reveal(from * (1 - progress)); },
-        [me](bool) { me->removeFromSuperview(); });
-    if (chosen) chosen(choice);
+        [me, choice](bool) {
+            const auto gone = std::exchange(me->gone_, {});
+            me->removeFromSuperview();
+            if (gone) gone(choice);
+        });
 }
 
 void Sheet::windowChanged(Window* window) {
     View::windowChanged(window);
     if (window) return;
     const objc::Ref<Sheet> me(this);
-    const auto forgotten = std::exchange(chosen_, {});
+    const auto forgotten = std::pair(std::exchange(chosen_, {}), std::exchange(gone_, {}));
 }
 
 double Sheet::panelHeight() { return panel_->frame().size.height; }

@@ -22,8 +22,8 @@ class Sheet : public View {
         std::string title;
         Role role = Role::Normal;
     };
-    /// `chosen` is called once, after the panel has begun to leave, with the choice's index, or -1 when none was;
-    /// never where the panel's window goes away first.
+    /// `chosen` is called once, as the panel begins to leave, with the choice's index, or -1 when none was; never
+    /// where the panel's window goes away first.
     struct Content {
         Style style = Style::ActionSheet;
         std::string title;
@@ -31,8 +31,10 @@ class Sheet : public View {
         std::vector<Choice> choices;
     };
 
-    /// Shows a panel in the window, over everything there. Main thread.
-    static objc::Ref<Sheet> present(Window* window, Content content, std::function<void(long)> chosen);
+    /// Shows a panel in the window, over everything there; `gone` follows `chosen` when the panel has left. Main
+    /// thread.
+    static objc::Ref<Sheet> present(Window* window, Content content, std::function<void(long)> chosen,
+                                    std::function<void(long)> gone = {});
     /// Ends it as if the choice was taken; -1 for none. Nothing happens the second time.
     void dismiss(long choice, bool animated);
 
@@ -54,6 +56,7 @@ class Sheet : public View {
 
     Content content_;
     std::function<void(long)> chosen_;
+    std::function<void(long)> gone_;
     objc::Ref<View> panel_;
     objc::Ref<Label> label_;
     std::vector<objc::Ref<Button>> buttons_;

@@ -115,9 +115,12 @@ void TableView::dropCells() {
 }
 
 void TableView::reloadIfNeeded() {
-    if (!std::exchange(needsReload_, false)) return;
+    // What is there already stays until all updates are told.
+    if (!needsReload_ || (updates_ > 0 && !sections_.empty())) return;
+    needsReload_ = false;
     dropCells();
     hideDelete();
+    selected_.reset();
     dropBands();
     sections_.clear();
     double top = header_ ? header_->frame().size.height : 0;
@@ -217,6 +220,7 @@ void TableView::showRow(RowPlace place) {
         cell->setFrame(rectOf(place));
         cell->setShowsMinus(editing_ && canEdit(place));
         cell->setEditing(editing_);
+        if (selected_ == place) cell->setHighlightedAnimated(true, false);
         if (delegateAnswers(objc::selector<"tableView:willDisplayCell:forRowAtIndexPath:">()))
             objc::send<"tableView:willDisplayCell:forRowAtIndexPath:">(delegate(), object(), cell->object(),
                                                                        indexPath(place));

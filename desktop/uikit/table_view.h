@@ -64,6 +64,7 @@ class TableView : public ScrollView {
     void reloadRows(objc::Object paths, long animation);
     void deleteRows(objc::Object paths, long animation);
     void insertRows(objc::Object paths, long animation);
+    /// Between these the rows stay as they are; they may be nested, and the outermost end shows what has changed.
     void beginUpdates() { ++updates_; }
     void endUpdates();
     void registerClass(Class cellClass, objc::Object identifier);
@@ -159,7 +160,6 @@ class TableView : public ScrollView {
     bool canEdit(RowPlace place);
     bool canSelect() const { return !editing_ || selectsWhileEditing_; }
     void placeDeleteButton();
-    void slideRow(double from, double to);
     void press(const Touch& touch);
     void unpress();
     void release(const Touch& touch);
@@ -189,7 +189,6 @@ class TableView : public ScrollView {
     std::optional<RowPlace> selected_;
     std::optional<RowPlace> revealed_;
     bool revealedBySwipe_ = false;
-    AnimationToken slide_ = 0;
     Touch pressBegan_;
     objc::Ref<Button> deleteButton_;
 };

@@ -2,7 +2,6 @@
 #include "desktop/uikit/table_view_cell.h"
 
 #include "desktop/graphics/icons.h"
-#include "desktop/uikit/animation.h"
 
 namespace uikit {
 namespace {
@@ -16,6 +15,8 @@ constexpr double touchMargin = 10;
 constexpr double imageSide = 34;
 constexpr double minusSide = 22;
 constexpr double fadeSeconds = 0.3;
+constexpr double slideSeconds = 0.25;
+constexpr double pressedAlpha = 0.3;
 const Color highlightColor = Color::fromHex(0xD9D9D9);
 
 }  // namespace
@@ -40,6 +41,11 @@ void TableViewCell::define(objc::ClassDefinition<TableViewCell>& definition) {
         .method<"setEditing:", &TableViewCell::setEditing>();
 }
 
+TableViewCell::~TableViewCell() {
+    cancelAnimation(fade_);
+    cancelAnimation(slide_);
+}
+
 objc::Object TableViewCell::initWithFrame(Rect frame) {
     const auto made = View::initWithFrame(frame);
     setBackgroundColor(uiColor(Color::white()));
@@ -58,10 +64,11 @@ objc::Object TableViewCell::initWithStyleReuseIdentifier(long style, objc::Objec
 
 void TableViewCell::setIdentifier(objc::Object identifier) { identifier_ = objc::Strong<>(identifier); }
 
+/// What moved for the row before ends with it.
 void TableViewCell::prepareForReuse() {
-    highlighted_ = false;
-    highlight_ = 0;
-    revealed_ = 0;
+    setHighlightedAnimated(false, false);
+    setDetailPressed(false);
+    setRevealed(0);
 }
 
 Label* TableViewCell::textLabel() {
@@ -116,23 +123,36 @@ void TableViewCell::setShowsMinus(bool shows) {
 }
 
 void TableViewCell::setRevealed(double points) {
+    cancelAnimation(std::exchange(slide_, 0));
     revealed_ = points;
     setNeedsLayout();
     setNeedsDisplay();
 }
 
-void TableViewCell::setHighlightedAnimated(bool highlighted, bool animated) {
-    if (highlighted == highlighted_) return;
-    highlighted_ = highlighted;
-    if (highlighted || !animated) {
-        highlight_ = highlighted ? 1 : 0;
+void TableViewCell::slideToRevealed(double points) {
+    cancelAnimation(slide_);
+    slide_ = animate(slideSeconds, Curve::EaseOut, [this, from = revealed_, points](double progress) {
+        revealed_ = from + (points - from) * progress;
+        setNeedsLayout();
         setNeedsDisplay();
-        return;
-    }
-    animate(fadeSeconds, Curve::EaseOut, [me = objc::Ref<TableViewCell>(this)](double progress) {
-        if (me->highlighted_) return;
-        me->highlight_ = 1 - progress;
-        me->setNeedsDisplay();
+    });
+}
+
+void TableViewCell::setDetailPressed(bool pressed) {
+    detailPressed_ = pressed;
+    setNeedsDisplay();
+}
+
+void TableViewCell::setHighlightedAnimated(bool highlighted, bool animated) {
+    if (highlighted == highlighted_ && animated) return;
+    highlighted_ = highlighted;
+    cancelAnimation(std::exchange(fade_, 0));
+    const double from = highlight_;
+    const double to = highlighted ? 1 : 0;
+    // What is pressed is grey at once.
+    fade_ = animate(highlighted || !animated ? 0 : fadeSeconds, Curve::EaseOut, [this, from, to](double progress) {
+        highlight_ = from + (to - from) * progress;
+        setNeedsDisplay();
     });
 }
 
@@ -211,7 +231,8 @@ void TableViewCell::drawAccessory(graphics::Canvas& canvas) const {
     }
     const Rect symbol{{right - detailSide, middle - detailSide / 2}, {detailSide, detailSide}};
     if (accessory_ == detailButton || accessory_ == detailDisclosure)
-        graphics::drawSymbol(canvas, graphics::Symbol::Detail, symbol, tint());
+        graphics::drawSymbol(canvas, graphics::Symbol::Detail, symbol,
+                             detailPressed_ ? tint().withAlpha(pressedAlpha) : tint());
     if (accessory_ == checkmark) graphics::drawSymbol(canvas, graphics::Symbol::Checkmark, symbol, tint());
 }
 

@@ -1,6 +1,7 @@
 // UITableViewCell: a row of a table.
 #pragma once
 
+#include "desktop/uikit/animation.h"
 #include "desktop/uikit/image_view.h"
 #include "desktop/uikit/label.h"
 
@@ -11,6 +12,7 @@ class TableViewCell : public View {
     using Super = View;
     static constexpr objc::Name className{"UITableViewCell"};
     static void define(objc::ClassDefinition<TableViewCell>& definition);
+    ~TableViewCell() override;
 
     enum Accessory : long { none = 0, disclosureIndicator = 1, detailDisclosure = 2, checkmark = 3, detailButton = 4 };
     enum Style : long { plain = 0, value1 = 1, value2 = 2, subtitle = 3 };
@@ -48,6 +50,10 @@ class TableViewCell : public View {
     /// How far the content has moved to the left to show the delete button.
     double revealed() const { return revealed_; }
     void setRevealed(double points);
+    /// Moves there from where it is now; until then, reuse or setRevealed() ends the movement.
+    void slideToRevealed(double points);
+    /// A finger is on the detail button.
+    void setDetailPressed(bool pressed);
     void setIdentifier(objc::Object identifier);
     void setShowsMinus(bool shows);
 
@@ -65,6 +71,9 @@ class TableViewCell : public View {
     bool showsMinus_ = true;
     double revealed_ = 0;
     double highlight_ = 0;
+    bool detailPressed_ = false;
+    AnimationToken fade_ = 0;
+    AnimationToken slide_ = 0;
     objc::Strong<> identifier_;
     objc::Ref<View> contentView_;
     objc::Ref<View> accessoryView_;

@@ -9,7 +9,6 @@ namespace uikit {
 namespace {
 
 constexpr double deleteWidth = 82;
-constexpr double slideSeconds = 0.25;
 constexpr double swipeThreshold = 12;
 constexpr long deleteStyle = 1;
 
@@ -91,13 +90,18 @@ void TableView::press(const Touch& touch) {
     if (!pressed_) return;
     const auto& cell = cells_.at(*pressed_);
     const Point inCell = cell->pointFromWindow(touch.point);
-    if (canSelect() && !cell->detailRect().contains(inCell)) cell->setHighlightedAnimated(true, false);
+    if (cell->detailRect().contains(inCell))
+        cell->setDetailPressed(canSelect());
+    else if (canSelect())
+        cell->setHighlightedAnimated(true, false);
 }
 
 void TableView::unpress() {
     if (!pressed_) return;
-    if (const auto found = cells_.find(*pressed_); found != cells_.end())
+    if (const auto found = cells_.find(*pressed_); found != cells_.end()) {
         found->second->setHighlightedAnimated(false, false);
+        found->second->setDetailPressed(false);
+    }
     pressed_.reset();
 }
 
@@ -182,7 +186,7 @@ bool TableView::revealDelete(long row, long section) {
     deleteButton_->addTargetActionForControlEvents(object(), objc::selector<"confirmDelete">(), touchUpInside);
     addSubview(deleteButton_);
     placeDeleteButton();
-    slideRow(0, deleteWidth);
+    cells_.at(place)->slideToRevealed(deleteWidth);
     return true;
 }
 
@@ -192,19 +196,10 @@ void TableView::placeDeleteButton() {
     deleteButton_->setFrame({{rect.right() - deleteWidth, rect.top()}, {deleteWidth, rect.height()}});
 }
 
-void TableView::slideRow(double from, double to) {
-    const auto found = cells_.find(*revealed_);
-    if (found == cells_.end()) return;
-    const objc::Ref<TableViewCell> cell = found->second;
-    cancelAnimation(slide_);
-    slide_ = animate(slideSeconds, Curve::EaseOut,
-                     [cell, from, to](double progress) { cell->setRevealed(from + (to - from) * progress); });
-}
-
 void TableView::hideDelete() {
     if (!revealed_) return;
     const RowPlace place = *revealed_;
-    slideRow(deleteWidth, 0);
+    if (const auto found = cells_.find(place); found != cells_.end()) found->second->slideToRevealed(0);
     revealed_.reset();
     if (const auto button = std::exchange(deleteButton_, {})) button->removeFromSuperview();
     if (std::exchange(revealedBySwipe_, false))
@@ -215,8 +210,6 @@ void TableView::confirmDelete() {
     if (!revealed_) return;
     const RowPlace place = *revealed_;
     const bool bySwipe = std::exchange(revealedBySwipe_, false);
-    // The cell may serve another row in a moment: it must not go on sliding.
-    cancelAnimation(slide_);
     if (const auto found = cells_.find(place); found != cells_.end()) found->second->setRevealed(0);
     revealed_.reset();
     if (const auto button = std::exchange(deleteButton_, {})) button->removeFromSuperview();

@@ -52,6 +52,26 @@ TEST_F(ActivityIndicatorTest, theAppearanceColoursIndicatorsThatComeToAWindowLat
     EXPECT_EQ(colorOf(indicator_->color()), Color::fromHex(0x03445F));
 }
 
+TEST_F(ActivityIndicatorTest, theAppearanceIsOneForAllAndRemembersItsColour) {
+    const auto proxy = [] { return objc::send<"appearance", objc::Object>(objc::classOf<ActivityIndicator>()); };
+    EXPECT_EQ(proxy().self, proxy().self);
+    setAppearance(uiColor(Color::fromHex(0x03445F)));
+    EXPECT_EQ(colorOf(objc::send<"color", objc::Object>(proxy())), Color::fromHex(0x03445F));
+}
+
+TEST_F(ActivityIndicatorTest, anIndicatorOnTheScreenKeepsItsColourUntilItComesAgain) {
+    window().addSubview(indicator_);
+    setAppearance(uiColor(Color::fromHex(0x03445F)));
+    EXPECT_EQ(colorOf(indicator_->color()), Color::gray(0.5));
+    indicator_->removeFromSuperview();
+    window().addSubview(indicator_);
+    EXPECT_EQ(colorOf(indicator_->color()), Color::fromHex(0x03445F));
+    setAppearance({});
+    indicator_->removeFromSuperview();
+    window().addSubview(indicator_);
+    EXPECT_EQ(colorOf(indicator_->color()), Color::gray(0.5)) << "no colour is the style's again";
+}
+
 TEST_F(ActivityIndicatorTest, aColourOfItsOwnStandsAboveTheAppearance) {
     setAppearance(uiColor(Color::fromHex(0x03445F)));
     indicator_->setColor(uiColor(Color::fromHex(0xFF0000)));

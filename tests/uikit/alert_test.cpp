@@ -6,17 +6,23 @@
 namespace uikit::test {
 namespace {
 
+using Names = std::vector<std::string>;
+
 class AlertDelegate : public objc::PeerBase {
   public:
     using Super = objc::Foreign<"NSObject">;
     static constexpr objc::Name className{"TestAlertDelegate"};
     static void define(objc::ClassDefinition<AlertDelegate>& definition) {
-        definition.method<"alertView:clickedButtonAtIndex:", &AlertDelegate::clicked>();
+        definition.method<"alertView:clickedButtonAtIndex:", &AlertDelegate::clicked>()
+            .method<"alertView:willDismissWithButtonIndex:", &AlertDelegate::willDismiss>()
+            .method<"alertView:didDismissWithButtonIndex:", &AlertDelegate::didDismiss>();
     }
-    void clicked(objc::Object, long index) { indexes.push_back(index); }
+    void clicked(objc::Object, long index) { heard.push_back("clicked " + std::to_string(index)); }
+    void willDismiss(objc::Object, long index) { heard.push_back("will dismiss " + std::to_string(index)); }
+    void didDismiss(objc::Object, long index) { heard.push_back("did dismiss " + std::to_string(index)); }
     objc::Object object() const { return objc::Object{self}; }
 
-    std::vector<long> indexes;
+    Names heard;
 };
 
 class AlertTest : public ToolkitTest {
@@ -30,6 +36,8 @@ class AlertTest : public ToolkitTest {
             nsString("Delete"));
         alert_->show();
     }
+    // The delegate is not retained, and an alert on its way out still tells it.
+    ~AlertTest() override { advance(1000); }
     static Button* buttonIn(View* view, std::string_view title) {
         for (const auto& each : view->subviews()) {
             auto* button = objc::peerIf<Button>(each->object());
@@ -46,6 +54,8 @@ class AlertTest : public ToolkitTest {
         tap(button->pointToWindow(button->bounds().centre()));
     }
 
+    Names heard() { return std::exchange(delegate_->heard, {}); }
+
     objc::Ref<AlertDelegate> delegate_;
     objc::Ref<AlertView> alert_;
 };
@@ -60,25 +70,52 @@ TEST_F(AlertTest, standsInFrontWithItsTitleItsMessageAndItsButtons) {
     EXPECT_EQ(content.choices[1].title, "Delete");
 }
 
-TEST_F(AlertTest, tellsTheIndexOfTheButtonOnceAndLeaves) {
+TEST_F(AlertTest, tellsOfATouchThenThatItLeavesThenThatItHasLeft) {
     press("Delete");
-    EXPECT_EQ(delegate_->indexes, (std::vector<long>{1}));
+    EXPECT_EQ(heard(), (Names{"clicked 1", "will dismiss 1"}));
     EXPECT_EQ(frontSheet(), nullptr);
+    advance(1);
+    EXPECT_EQ(heard(), Names{"did dismiss 1"});
     alert_->dismissWithClickedButtonIndexAnimated(0, false);
-    EXPECT_EQ(delegate_->indexes.size(), 1u);
+    EXPECT_EQ(heard(), Names{}) << "it has left already";
 }
 
 TEST_F(AlertTest, tellsOfItsCancelButtonAsOfAnyOther) {
     press("Cancel");
-    EXPECT_EQ(delegate_->indexes, (std::vector<long>{0}));
+    EXPECT_EQ(heard(), (Names{"clicked 0", "will dismiss 0"}));
 }
 
-TEST_F(AlertTest, aButtonAddedLaterHasTheNextIndex) {
+TEST_F(AlertTest, thatIsDismissedByMessageTellsThatItLeavesAndOfNoTouch) {
+    alert_->dismissWithClickedButtonIndexAnimated(1, true);
+    EXPECT_EQ(heard(), Names{"will dismiss 1"});
+    advance(1);
+    EXPECT_EQ(heard(), Names{"did dismiss 1"});
+}
+
+TEST_F(AlertTest, thatLeavesAtOnceTellsInTheSameOrder) {
+    alert_->dismissWithClickedButtonIndexAnimated(0, false);
+    EXPECT_EQ(heard(), (Names{"will dismiss 0", "did dismiss 0"}));
+}
+
+TEST_F(AlertTest, aButtonAddedLaterHasTheNextIndexWhenItIsShownAgain) {
     alert_->dismissWithClickedButtonIndexAnimated(0, false);
     EXPECT_EQ(alert_->addButtonWithTitle(nsString("Archive")), 2);
     alert_->show();
+    heard();
     press("Archive");
-    EXPECT_EQ(delegate_->indexes, (std::vector<long>{0, 2}));
+    EXPECT_EQ(heard(), (Names{"clicked 2", "will dismiss 2"}));
+}
+
+TEST_F(AlertTest, anotherAlertStandsInFrontOfItAndIsAnsweredFirst) {
+    const auto second =
+        objc::Ref<AlertView>::make<"initWithTitle:message:delegate:cancelButtonTitle:otherButtonTitles:">(
+            nsString("Really?"), objc::Object{}, delegate_->object(), nsString("No"), objc::Object{});
+    second->show();
+    EXPECT_EQ(frontSheet()->content().title, "Really?");
+    press("No");
+    advance(1);
+    EXPECT_EQ(heard(), (Names{"clicked 0", "will dismiss 0", "did dismiss 0"}));
+    EXPECT_EQ(frontSheet()->content().title, "Delete?");
 }
 
 TEST_F(AlertTest, keepsTouchesFromWhatIsBelow) {

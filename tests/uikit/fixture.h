@@ -67,6 +67,7 @@ class Recorder : public objc::PeerBase {
     void pressedBy(objc::Object sender) {
         heard.push_back("pressed:");
         lastSender = sender;
+        if (onPressed) onPressed();
     }
     void pressedByWith(objc::Object sender, objc::Object event) {
         heard.push_back(event ? "pressed:event: with an event" : "pressed:event:");
@@ -76,6 +77,7 @@ class Recorder : public objc::PeerBase {
 
     std::vector<std::string> heard;
     objc::Object lastSender;
+    std::function<void()> onPressed;
 };
 
 }  // namespace uikit::test

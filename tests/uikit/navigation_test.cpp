@@ -119,6 +119,35 @@ TEST_F(NavigationTest, aPopToTheRootAnswersAllThatLeftAndPassesOverTheOnesBetwee
     EXPECT_EQ(heard(), (Names{"c willDisappear", "a willAppear", "c didDisappear", "a didAppear"}));
 }
 
+TEST_F(NavigationTest, anAnimatedPopToTheRootKeepsTheScreensUntilTheyHaveLeft) {
+    push(b_);
+    push(c_);
+    heard();
+    navigation_->popToRootViewControllerAnimated(true);
+    EXPECT_EQ(heard(), (Names{"c willDisappear animated", "a willAppear animated"}));
+    EXPECT_EQ(titles(), Names{"a"});
+    EXPECT_EQ(c_->parentViewController(), navigation_.get());
+    advance(1);
+    EXPECT_EQ(heard(), (Names{"c didDisappear animated", "a didAppear animated"}));
+    EXPECT_EQ(b_->parentViewController(), nullptr);
+    EXPECT_EQ(c_->parentViewController(), nullptr);
+}
+
+TEST_F(NavigationTest, aPopToTheRootAtTheRootTellsNobody) {
+    EXPECT_EQ((objc::send<"count", unsigned long>(navigation_->popToRootViewControllerAnimated(true))), 0u);
+    EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(NavigationTest, aPopToTheRootDuringAPushEndsThePushFirst) {
+    push(b_, true);
+    advance(0.1);
+    heard();
+    navigation_->popToRootViewControllerAnimated(false);
+    EXPECT_EQ(heard(), (Names{"a didDisappear animated", "b didAppear animated", "b willDisappear", "a willAppear",
+                              "b didDisappear", "a didAppear"}));
+    EXPECT_EQ(b_->view()->window(), nullptr);
+}
+
 TEST_F(NavigationTest, aPopToAScreenStopsThereAndToAStrangerDoesNothing) {
     push(b_);
     push(c_);
@@ -136,6 +165,34 @@ TEST_F(NavigationTest, aStackThatIsSetReplacesTheOneThatWas) {
     EXPECT_EQ(titles(), (Names{"b", "c"}));
     EXPECT_EQ(heard(), (Names{"b willDisappear", "c willAppear", "b didDisappear", "c didAppear"}));
     EXPECT_EQ(a_->parentViewController(), nullptr);
+}
+
+TEST_F(NavigationTest, aStackThatIsSetSlidesInFromTheRightUnlessItsTopWasThereAlready) {
+    push(b_);
+    heard();
+    navigation_->setViewControllersAnimated(array({a_, c_}), true);
+    EXPECT_EQ(c_->view()->displacement(), (Point{320, 0}));
+    advance(1);
+    EXPECT_EQ(heard(), (Names{"b willDisappear animated", "c willAppear animated", "b didDisappear animated",
+                              "c didAppear animated"}));
+    navigation_->setViewControllersAnimated(array({a_}), true);
+    EXPECT_EQ(a_->view()->displacement(), (Point{-96, 0}));
+}
+
+TEST_F(NavigationTest, anEmptiedStackLetsItsTopGo) {
+    navigation_->setViewControllers(array({}));
+    EXPECT_EQ(heard(), (Names{"a willDisappear", "a didDisappear"}));
+    EXPECT_EQ(navigation_->topViewController(), nullptr);
+    push(b_);
+    EXPECT_EQ(heard(), (Names{"b willAppear", "b didAppear"}));
+}
+
+TEST_F(NavigationTest, aStackThatIsSetOutOfSightTellsNobodyUntilItIsShown) {
+    const auto hidden = objc::Ref<NavigationController>::make<"initWithRootViewController:">(b_->object());
+    hidden->setViewControllers(array({b_, c_}));
+    EXPECT_EQ(heard(), Names{});
+    window().setRootViewController(hidden);
+    EXPECT_EQ(heard(), (Names{"a willDisappear", "a didDisappear", "c willAppear", "c didAppear"}));
 }
 
 TEST_F(NavigationTest, aStackWithTheSameTopTellsNobody) {

@@ -97,6 +97,30 @@ TEST_F(ScrollViewTest, aTouchStopsAMovingList) {
     touch(TouchPhase::Ended, {100, 100});
 }
 
+TEST_F(ScrollViewTest, aTouchThatStopsTheContentSaysThatItIsAtRest) {
+    drag(300, 200, 0);
+    advance(0.05);
+    tap({100, 100});
+    EXPECT_EQ(delegate_->heard, (Heard{"will begin dragging", "thrown", "at rest"}));
+}
+
+TEST_F(ScrollViewTest, aTapOnContentThatComesBackDoesNotLeaveItBeyondItsEnd) {
+    drag(100, 200, 1);
+    advance(0.02);
+    EXPECT_LT(offset(), -10);
+    tap({100, 100});
+    settle();
+    EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(ScrollViewTest, contentThatBecomesShorterEndsAMovementToWhatHasGone) {
+    scroll_->setContentOffsetAnimated({0, 600}, true);
+    advance(0.1);
+    scroll_->setContentSize({320, 700});
+    advance(1);
+    EXPECT_EQ(offset(), 300);
+}
+
 TEST_F(ScrollViewTest, theWheelNeverLeavesTheContent) {
     EXPECT_TRUE(scroll_->scrollWheel({0, 5000}));
     EXPECT_EQ(offset(), 600);

@@ -21,27 +21,54 @@ class SearchDelegate : public objc::PeerBase {
             .method<"searchDisplayController:shouldReloadTableForSearchString:", &SearchDelegate::text>()
             .method<"searchDisplayController:shouldReloadTableForSearchScope:", &SearchDelegate::scope>();
     }
-    void willBegin(objc::Object) { heard.emplace_back("will begin"); }
-    void didBegin(objc::Object) { heard.emplace_back("did begin"); }
-    void willEnd(objc::Object) { heard.emplace_back("will end"); }
-    void didEnd(objc::Object) { heard.emplace_back("did end"); }
+    void willBegin(SearchDisplayController* search) { say("will begin", search); }
+    void didBegin(SearchDisplayController* search) { say("did begin", search); }
+    void willEnd(SearchDisplayController* search) { say("will end", search); }
+    void didEnd(SearchDisplayController* search) { say("did end", search); }
     bool text(objc::Object, objc::Object string) {
         heard.push_back("text " + utf8(string));
-        return true;
+        return reloads;
     }
     bool scope(objc::Object, long index) {
         heard.push_back("scope " + std::to_string(index));
-        return true;
+        return reloads;
     }
     objc::Object object() const { return objc::Object{self}; }
 
     Names heard;
+    Names states;
+    bool reloads = true;
+
+  private:
+    void say(const char* what, SearchDisplayController* search) {
+        heard.emplace_back(what);
+        states.push_back(std::string(search->isActive() ? "active" : "idle") +
+                         (search->searchBar()->showsCancelButton() ? ", cancel" : "") + ", \"" +
+                         search->searchBar()->field()->text() + '"');
+    }
+};
+
+/// Counts how often it is asked for its rows.
+class FoundRows : public objc::PeerBase {
+  public:
+    using Super = objc::Foreign<"NSObject">;
+    static constexpr objc::Name className{"TestFoundRows"};
+    static void define(objc::ClassDefinition<FoundRows>& definition) {
+        definition.method<"tableView:numberOfRowsInSection:", &FoundRows::count>();
+    }
+    long count(objc::Object, long) {
+        ++asked;
+        return 0;
+    }
+    objc::Object object() const { return objc::Object{self}; }
+
+    int asked = 0;
 };
 
 class SearchTest : public ToolkitTest {
   protected:
     SearchTest() {
-        objc::registerClasses<SearchDelegate>();
+        objc::registerClasses<SearchDelegate, FoundRows>();
         delegate_ = objc::Ref<SearchDelegate>::make();
         list_ = objc::Ref<TableView>::make<"initWithFrame:">(Rect{{}, {320, 504}});
         bar_ = objc::Ref<SearchBar>::make<"initWithFrame:">(Rect{{}, {320, 44}});
@@ -126,6 +153,66 @@ TEST_F(SearchTest, aTouchOnAScopeIsAskedForAndAMessageIsNot) {
     tap(scopes->pointToWindow({scopes->bounds().size.width / 4, scopes->bounds().size.height / 2}));
     EXPECT_EQ(heard(), Names{"scope 0"});
     EXPECT_EQ(bar_->selectedScopeButtonIndex(), 0);
+}
+
+TEST_F(SearchTest, theDelegateHearsOfTheBeginningBeforeTheBarUnfoldsAndOfTheEndWhileItIsStillOn) {
+    bar_->type("ad");
+    bar_->cancel();
+    EXPECT_EQ(delegate_->states,
+              (Names{"active, \"\"", "active, cancel, \"\"", "active, cancel, \"ad\"", "idle, \"\""}));
+}
+
+TEST_F(SearchTest, aMessageThatEndsASearchEmptiesTheTextAndAsksNothing) {
+    bar_->type("ad");
+    heard();
+    search_->setActiveAnimated(false, true);
+    EXPECT_EQ(heard(), (Names{"will end", "did end"}));
+    EXPECT_EQ(utf8(bar_->text().get()), "");
+    EXPECT_FALSE(bar_->field()->isFirstResponder());
+}
+
+TEST_F(SearchTest, aDelegateThatAnswersNoKeepsTheFoundRowsAsTheyAre) {
+    const auto rows = objc::Ref<FoundRows>::make();
+    search_->setSearchResultsDataSource(rows->object());
+    const auto askedBy = [&](auto&& change) {
+        results()->layoutIfNeeded();
+        rows->asked = 0;
+        change();
+        results()->layoutIfNeeded();
+        return rows->asked;
+    };
+    EXPECT_EQ(askedBy([&] { bar_->type("a"); }), 1);
+    EXPECT_EQ(askedBy([&] { bar_->type("ad"); }), 1);
+    delegate_->reloads = false;
+    EXPECT_EQ(askedBy([&] { bar_->type("ada"); }), 0);
+    EXPECT_EQ(heard().back(), "text ada");
+    search_->setSearchResultsDataSource({});
+}
+
+TEST_F(SearchTest, theFoundRowsAreShownInOneTableForAllSearches) {
+    View* first = results();
+    bar_->type("ad");
+    bar_->cancel();
+    bar_->type("bo");
+    EXPECT_EQ(results(), first);
+    EXPECT_EQ(first->superview(), list_.get());
+}
+
+TEST_F(SearchTest, withoutADelegateASearchBeginsAndEndsAllTheSame) {
+    search_->setDelegate({});
+    bar_->type("ad");
+    EXPECT_TRUE(search_->isActive());
+    EXPECT_EQ(results()->superview(), list_.get());
+    bar_->cancel();
+    EXPECT_FALSE(search_->isActive());
+}
+
+TEST_F(SearchTest, textThatIsSetByMessageAsksNothing) {
+    search_->setActive(true);
+    heard();
+    bar_->setText(nsString("ad"));
+    EXPECT_EQ(heard(), Names{});
+    EXPECT_EQ(utf8(bar_->text().get()), "ad");
 }
 
 TEST_F(SearchTest, theListComesBackToWhereItStood) {

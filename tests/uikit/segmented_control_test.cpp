@@ -38,6 +38,37 @@ TEST_F(SegmentedControlTest, aTapSelectsAndSendsValueChangedOnce) {
     EXPECT_EQ(target_->heard, Names{"pressed:"}) << "the selected segment was tapped";
 }
 
+TEST_F(SegmentedControlTest, everyTargetOfAValueHearsOfItInTheOrderOfItsAdding) {
+    const auto second = objc::Ref<Recorder>::make();
+    control_->addTargetActionForControlEvents(second->object(), objc::selector<"pressed">(), valueChanged);
+    control_->addTargetActionForControlEvents(second->object(), objc::selector<"pressed:event:">(), touchDown);
+    tap({50 + 60, 110});
+    EXPECT_EQ(target_->heard, Names{"pressed:"});
+    EXPECT_EQ(second->heard, (Names{"pressed:event:", "pressed"}));
+    EXPECT_EQ(target_->lastSender.self, control_->object().self);
+}
+
+TEST_F(SegmentedControlTest, theNewValueIsThereWhenItsTargetsHear) {
+    long seen = SegmentedControl::noSegment;
+    target_->onPressed = [&] { seen = control_->selectedSegmentIndex(); };
+    tap({50 + 180, 110});
+    EXPECT_EQ(seen, 3);
+}
+
+TEST_F(SegmentedControlTest, oneThatIsSwitchedOffSelectsNothing) {
+    control_->setEnabled(false);
+    tap({50 + 60, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), -1);
+    EXPECT_EQ(target_->heard, Names{});
+}
+
+TEST_F(SegmentedControlTest, aTargetThatLeftHearsNothing) {
+    control_->removeTargetActionForControlEvents(target_->object(), {}, allEvents);
+    tap({50 + 60, 110});
+    EXPECT_EQ(control_->selectedSegmentIndex(), 1);
+    EXPECT_EQ(target_->heard, Names{});
+}
+
 TEST_F(SegmentedControlTest, selectingByMessageSendsNothing) {
     objc::send<"setSelectedSegmentIndex:">(control_->object(), 3L);
     EXPECT_EQ((objc::send<"selectedSegmentIndex", long>(control_->object())), 3);

@@ -56,6 +56,26 @@ TEST_F(SheetTest, aTouchBesideTheButtonsAnswersNothing) {
     EXPECT_EQ(frontSheet(), sheet_.get());
 }
 
+TEST_F(SheetTest, whoeverWaitsForItsEndIsToldWhenItHasLeft) {
+    Chosen gone;
+    const auto other = Sheet::present(
+        &window(), {Sheet::Style::ActionSheet, "", "", {{"Go", Sheet::Role::Normal}}},
+        [this](long choice) { chosen_.push_back(choice); }, [&gone](long choice) { gone.push_back(choice); });
+    other->dismiss(0, true);
+    EXPECT_EQ(chosen_, Chosen{0});
+    EXPECT_EQ(gone, Chosen{});
+    EXPECT_EQ(frontSheet(), sheet_.get()) << "one that leaves takes no more touches";
+    advance(1);
+    EXPECT_EQ(gone, Chosen{0});
+    EXPECT_EQ(chosen_, Chosen{0});
+}
+
+TEST_F(SheetTest, aSheetWhoseWindowGoesAwayTellsNobody) {
+    sheet_->removeFromSuperview();
+    sheet_->dismiss(0, false);
+    EXPECT_EQ(chosen_, Chosen{});
+}
+
 TEST_F(SheetTest, aSheetIsAnsweredOnce) {
     sheet_->dismiss(-1, false);
     EXPECT_EQ(sheet_->window(), nullptr);

@@ -26,7 +26,7 @@ class NameSource : public objc::PeerBase {
     objc::Object cell(objc::Object, objc::Object path) {
         auto made = objc::Ref<TableViewCell>::make<"initWithStyle:reuseIdentifier:">(0L, nsString("row"));
         made->textLabel()->setString(nameAt(path));
-        made->setAccessoryType(TableViewCell::detailButton);
+        made->setAccessoryType(accessoryType);
         return objc::autorelease(objc::Strong<>(made->object()));
     }
     bool canEdit(objc::Object, objc::Object path) { return nameAt(path) != "fixed"; }
@@ -43,6 +43,7 @@ class NameSource : public objc::PeerBase {
     objc::Object object() const { return objc::Object{self}; }
 
     Names names{"ada", "bob", "fixed", "cleo"};
+    long accessoryType = TableViewCell::detailButton;
     Names heard;
 };
 
@@ -137,6 +138,106 @@ TEST_F(TableTouchTest, inEditModeTheMinusShowsTheDeleteButtonAndRowsAreNotSelect
     EXPECT_EQ(heard(), Names{"commit 1 bob"});
     table_->setEditing(false);
     EXPECT_TRUE(cellAt(0)->minusRect().isEmpty());
+}
+
+class AccessoryTest : public TableTouchTest, public testing::WithParamInterface<std::pair<long, const char*>> {};
+
+TEST_P(AccessoryTest, aTapAtTheRightEdgeOpensDetailsWhereThereIsADetailButtonAndSelectsElsewhere) {
+    source_->accessoryType = GetParam().first;
+    table_->reloadData();
+    window().layoutIfNeeded();
+    tap({290, 66});
+    EXPECT_EQ(heard(), Names{GetParam().second});
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, AccessoryTest,
+                         testing::Values(std::pair{0L, "select bob"}, std::pair{1L, "select bob"},
+                                         std::pair{2L, "details bob"}, std::pair{3L, "select bob"},
+                                         std::pair{4L, "details bob"}));
+
+TEST_F(TableTouchTest, theArrowBesideADetailButtonSelectsItsRow) {
+    source_->accessoryType = TableViewCell::detailDisclosure;
+    table_->reloadData();
+    window().layoutIfNeeded();
+    tap({318, 66});
+    EXPECT_EQ(heard(), Names{"select bob"});
+    EXPECT_TRUE(table_->tapAccessory(1, 0));
+    EXPECT_EQ(heard(), Names{"details bob"});
+}
+
+TEST_F(TableTouchTest, aRowWithoutADetailButtonHasNoDetailsToOpen) {
+    source_->accessoryType = TableViewCell::disclosureIndicator;
+    table_->reloadData();
+    EXPECT_FALSE(table_->tapAccessory(1, 0));
+    EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(TableTouchTest, underEditTheDetailButtonOpensNothing) {
+    table_->setEditing(true);
+    EXPECT_FALSE(table_->tapAccessory(1, 0));
+    tap(cellAt(1)->pointToWindow(cellAt(1)->detailRect().centre()));
+    EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(TableTouchTest, aSwipeOnAnotherRowTakesTheFirstDeleteButtonBackAndIsNothingElse) {
+    swipe(66);
+    swipe(22);
+    EXPECT_EQ(heard(), (Names{"will edit bob", "did edit"}));
+    swipe(22);
+    EXPECT_EQ(heard(), Names{"will edit ada"});
+    EXPECT_EQ(cellAt(1)->revealed(), 0);
+    EXPECT_EQ(cellAt(0)->revealed(), 82);
+}
+
+TEST_F(TableTouchTest, editModeTakesTheDeleteButtonBack) {
+    swipe(66);
+    heard();
+    table_->setEditing(true);
+    EXPECT_EQ(heard(), Names{"did edit"});
+    advance(1);
+    EXPECT_EQ(cellAt(1)->revealed(), 0);
+}
+
+TEST_F(TableTouchTest, aReloadTakesTheDeleteButtonBack) {
+    swipe(66);
+    heard();
+    table_->reloadData();
+    window().layoutIfNeeded();
+    EXPECT_EQ(heard(), Names{"did edit"});
+    EXPECT_EQ(cellAt(1)->revealed(), 0);
+    table_->confirmDelete();
+    EXPECT_EQ(heard(), Names{}) << "there is no button any more";
+}
+
+TEST_F(TableTouchTest, aReloadForgetsTheSelection) {
+    tap({100, 66});
+    table_->reloadData();
+    window().layoutIfNeeded();
+    EXPECT_FALSE(table_->pathOfSelectedRow());
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+}
+
+TEST_F(TableTouchTest, rowsThatAreTakenAwayInNestedUpdatesGoWithTheOutermostEnd) {
+    const auto path = indexPath({0, 0});
+    const auto paths = objc::sendClass<"NSArray", "arrayWithObject:", objc::Object>(path);
+    table_->beginUpdates();
+    table_->beginUpdates();
+    source_->names.erase(source_->names.begin());
+    table_->deleteRows(paths, 0);
+    EXPECT_EQ(table_->numberOfRowsInSection(0), 4) << "the table has not been told all yet";
+    table_->endUpdates();
+    EXPECT_EQ(table_->numberOfRowsInSection(0), 4);
+    table_->endUpdates();
+    EXPECT_EQ(shown(), (Names{"bob", "fixed", "cleo"}));
+}
+
+TEST_F(TableTouchTest, anEndWithoutABeginningChangesNothing) {
+    table_->endUpdates();
+    table_->beginUpdates();
+    source_->names.pop_back();
+    EXPECT_EQ(shown().size(), 4u);
+    table_->endUpdates();
+    EXPECT_EQ(shown().size(), 3u);
 }
 
 TEST_F(TableTouchTest, insertedRowsShowAfterTheUpdatesEnd) {
