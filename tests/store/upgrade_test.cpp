@@ -1,12 +1,18 @@
 // A log of the first version gets what it lacks when it is opened for writing, whole or not at all, and keeps its
 // calls.
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <signal.h>
+#include <spawn.h>
 #include <sqlite3.h>
+#include <sys/wait.h>
 
 #include "desktop/quorvel/store/database.h"
 #include "failing_disk.h"
 #include "log_model.h"
 #include "time_zone.h"
+
+extern char** environ;
 
 namespace quorvel::store {
 namespace {
@@ -81,12 +87,34 @@ update state set revision = 5, party_revision = 2, last_row = 8, days = 1, touch
 pragma journal_mode = wal;
 )";
 
-void makeFirstVersion(const std::filesystem::path& path) {
+/// Makes a log of the second version out of one of the first.
+constexpr const char* secondVersion = R"(
+create table deleted (
+    ROWID integer primary key,
+    address text not null,
+    date integer not null,
+    duration integer not null,
+    flags integer not null,
+    face_time_data_size integer not null,
+    location text,
+    id integer not null,
+    day integer not null,
+    name text not null,
+    label text not null,
+    moment integer not null
+);
+create index deleted_by_moment on deleted (moment);
+pragma user_version = 2;
+)";
+
+void runOn(const std::filesystem::path& path, const char* statements) {
     sqlite3* database = nullptr;
     ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(database, firstVersion, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
+    ASSERT_EQ(sqlite3_exec(database, statements, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(database);
     sqlite3_close(database);
 }
+
+void makeFirstVersion(const std::filesystem::path& path) { ASSERT_NO_FATAL_FAILURE(runOn(path, firstVersion)); }
 
 std::int64_t versionOf(const std::filesystem::path& path) {
     Connection connection(path, Connection::Use::read, std::chrono::milliseconds(100), {});
@@ -113,13 +141,39 @@ class Upgrade : public ::testing::Test {
 TEST_F(Upgrade, aLogOfTheFirstVersionIsBroughtUpAndKeepsItsCalls) {
     CallStore store = openStore(folder_.file());
     expectItsCalls(store);
-    EXPECT_EQ(versionOf(folder_.file()), 2);
+    EXPECT_EQ(versionOf(folder_.file()), 3);
     EXPECT_EQ(valueOf(store.revision()), 5);
     EXPECT_EQ(valueOf(store.deletedCalls(Cursor::top(), noLimit)).rows.size(), 0U);
     EXPECT_EQ(valueOf(store.deleteAll(Filter::all)), 2);
     EXPECT_EQ(valueOf(store.deletedCalls(Cursor::top(), noLimit)).rows.size(), 2U);
     EXPECT_EQ(valueOf(store.undeleteAll()), 2);
     expectItsCalls(store);
+}
+
+TEST_F(Upgrade, aLogOfTheSecondVersionGetsRoomForWhatElseIsKnown) {
+    ASSERT_NO_FATAL_FAILURE(runOn(folder_.file(), secondVersion));
+    {
+        const CallStore reader = openStore(folder_.file(), {.access = Access::readOnly});
+        expectItsCalls(reader);
+        EXPECT_EQ(valueOf(reader.wholeCalls(std::vector<std::int64_t>{3}))[0].faceTimeDataSize, 7);
+        EXPECT_EQ(versionOf(folder_.file()), 2);
+    }
+    CallStore store = openStore(folder_.file());
+    expectItsCalls(store);
+    EXPECT_EQ(versionOf(folder_.file()), 3);
+    NewCall call;
+    call.address = "5550000";
+    call.date = 1700000200;
+    call.extra = R"({"read":"1"})";
+    const std::int64_t rowId = valueOf(store.append(call));
+    EXPECT_EQ(valueOf(store.deleteAll(Filter::all)), 3);
+    EXPECT_EQ(valueOf(store.undeleteAll()), 3);
+    const auto calls = valueOf(store.wholeCalls(std::vector<std::int64_t>{rowId, 99, 3}));
+    ASSERT_EQ(calls.size(), 2U);
+    EXPECT_EQ(calls[0].extra, R"({"read":"1"})");
+    EXPECT_EQ(calls[1].extra, "");
+    EXPECT_EQ(calls[1].faceTimeDataSize, 7);
+    EXPECT_EQ(store.query("select extra from call where extra is not null").at(0).extra, R"({"read":"1"})");
 }
 
 TEST_F(Upgrade, openedForReadingItStaysAsItIsAndHasKeptNothing) {
@@ -142,7 +196,7 @@ TEST_F(Upgrade, whicheverWriteOfItFailsTheNextOpeningBringsItUp) {
     int failures = 0;
     for (int write = 1; !done && write < 100; ++write) {
         Folder folder;
-        ASSERT_NO_FATAL_FAILURE(makeFirstVersion(folder.file()));
+        std::filesystem::copy_file(folder_.file(), folder.file());
         FailingDisk::failFrom(write);
         {
             OpenOptions options;
@@ -152,10 +206,79 @@ TEST_F(Upgrade, whicheverWriteOfItFailsTheNextOpeningBringsItUp) {
             FailingDisk::failFrom(0);
         }
         expectItsCalls(openStore(folder.file()));
-        EXPECT_EQ(versionOf(folder.file()), 2) << "write " << write;
+        EXPECT_EQ(versionOf(folder.file()), 3) << "write " << write;
     }
     EXPECT_TRUE(done);
     EXPECT_GT(failures, 0);
+}
+
+/// Opens the log in a process that dies before the operation of its disk. Whether the process lived.
+bool openDyingAt(const std::filesystem::path& log, int operation) {
+    std::string program = KILLED_WRITER, path = log, number = std::to_string(operation), opening = "opening";
+    char* arguments[] = {program.data(), path.data(), number.data(), opening.data(), nullptr};
+    pid_t process = 0;
+    if (posix_spawn(&process, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+        throw std::runtime_error(program + " cannot be started");
+    int status = -1;
+    waitpid(process, &status, 0);
+    EXPECT_TRUE(status == 0 || (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL)) << status;
+    return status == 0;
+}
+
+TEST_F(Upgrade, killedAtAnyOperationItHasHappenedOrNotAndNothingIsLost) {
+    ASSERT_NO_FATAL_FAILURE(runOn(folder_.file(), secondVersion));
+    bool lived = false;
+    int before = 0, after = 0;
+    for (int operation = 1; !lived && operation < 500; ++operation) {
+        Folder folder;
+        std::filesystem::copy_file(folder_.file(), folder.file());
+        lived = openDyingAt(folder.file(), operation);
+        const std::int64_t version = versionOf(folder.file());
+        ASSERT_TRUE(version == 2 || version == 3) << version;
+        ++(version == 2 ? before : after);
+        expectItsCalls(openStore(folder.file(), {.access = Access::readOnly}));
+        CallStore store = openStore(folder.file());
+        expectItsCalls(store);
+        EXPECT_EQ(versionOf(folder.file()), 3) << "operation " << operation;
+        EXPECT_EQ(valueOf(store.wholeCalls(std::vector<std::int64_t>{3}))[0].faceTimeDataSize, 7);
+    }
+    EXPECT_TRUE(lived);
+    EXPECT_GT(before, 10);
+    EXPECT_GT(after, 0);
+}
+
+TEST(WholeCalls, haveEveryFieldAsItWasWritten) {
+    rc::check([] {
+        const TimeZone zone("UTC");
+        Folder folder;
+        CallStore store = openStore(folder.file());
+        NewCall call;
+        call.address = std::to_string(*rc::gen::inRange(100, 200));
+        call.date = *rc::gen::inRange(0, INT32_MAX);
+        call.duration = *rc::gen::inRange(0, 5000);
+        call.flags = *rc::gen::inRange(0, 1 << 20);
+        call.contactId = *rc::gen::inRange(-1, 50);
+        call.name = *rc::gen::element<std::string>("", "Anna", "Jürgen \"J\" 李");
+        call.label = *rc::gen::element<std::string>("", "mobile");
+        call.location = *rc::gen::element<std::string>("", "Berlin");
+        call.faceTimeDataSize = *rc::gen::inRange(0, 1 << 30);
+        call.extra = *rc::gen::element<std::string>("", R"({"source":"x","read":"1"})");
+        const std::int64_t rowId = valueOf(store.append(call));
+        const auto calls = valueOf(store.wholeCalls({&rowId, 1}));
+        RC_ASSERT(calls.size() == 1U);
+        const CallRecord& found = calls[0];
+        RC_ASSERT(found.rowId == rowId);
+        RC_ASSERT(found.address == call.address);
+        RC_ASSERT(found.date == call.date);
+        RC_ASSERT(found.duration == call.duration);
+        RC_ASSERT(found.flags == call.flags);
+        RC_ASSERT(found.contactId == call.contactId);
+        RC_ASSERT(found.name == call.name);
+        RC_ASSERT(found.label == call.label);
+        RC_ASSERT(found.location == call.location);
+        RC_ASSERT(found.faceTimeDataSize == call.faceTimeDataSize);
+        RC_ASSERT(found.extra == call.extra);
+    });
 }
 
 }  // namespace

@@ -66,6 +66,7 @@ struct NewCall {
     std::string label;  ///< The label of the number; as with the name.
     std::string location;  ///< Empty for none.
     std::int32_t faceTimeDataSize = 0;
+    std::string extra = {};  ///< What else is known of the call, a JSON object; empty for nothing. Kept as it is.
 };
 
 /// A row of a list: one call, or the newest call of a run or of a day with what the row stands for.
@@ -81,8 +82,9 @@ struct CallRecord {
     std::int32_t contactId = noContact;
     std::int32_t duration = 0;
     std::int32_t flags = 0;
-    std::int32_t faceTimeDataSize = 0;  ///< Filled by query() only.
-    std::int64_t count = 1;             ///< Calls that the row stands for.
+    std::int32_t faceTimeDataSize = 0;  ///< Filled by query() and wholeCalls() only, as is extra.
+    std::string extra;
+    std::int64_t count = 1;  ///< Calls that the row stands for.
 
     // On the row of a day only.
     std::int64_t dialledCount = 0;  ///< With the cancelled calls.

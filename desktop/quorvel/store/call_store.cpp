@@ -113,6 +113,10 @@ Result<std::optional<CallRecord>> CallStore::call(std::int64_t rowId) const {
     return impl_->read([&](Reader& reader) { return reader.call(rowId); });
 }
 
+Result<std::vector<CallRecord>> CallStore::wholeCalls(std::span<const std::int64_t> rowIds) const {
+    return impl_->read([&](Reader& reader) { return reader.wholeCalls(rowIds); });
+}
+
 Result<Totals> CallStore::totals(Filter filter, Mode mode) const {
     return impl_->read([&](Reader& reader) { return reader.totals(filter, mode); });
 }

@@ -84,6 +84,9 @@ class CallStore {
     Result<std::vector<NamedAddress>> addresses() const;
     /// The call of the row identifier, if there is one.
     Result<std::optional<CallRecord>> call(std::int64_t rowId) const;
+    /// The calls of the row identifiers with every field, in the order of the identifiers. Those that do not exist are
+    /// passed over.
+    Result<std::vector<CallRecord>> wholeCalls(std::span<const std::int64_t> rowIds) const;
     Result<Totals> totals(Filter filter, Mode mode) const;
     /// Calls and seconds of the filter on one day; rows are its calls.
     Result<Totals> dayTotals(Filter filter, std::string_view day) const;

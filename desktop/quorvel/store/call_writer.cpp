@@ -32,7 +32,7 @@ std::optional<Error> objectionTo(const NewCall& call) {
         return badInput("date lies outside the years 1970 to 2038", "Give seconds since 1970, up to 2147483647.");
     }
     if (call.duration < 0) return badInput("duration is negative", "Give seconds from 0 on.");
-    for (const std::string* text : {&call.address, &call.name, &call.label, &call.location}) {
+    for (const std::string* text : {&call.address, &call.name, &call.label, &call.location, &call.extra}) {
         if (text->size() > 100000) return badInput("texts are too long", "Give at most 100000 bytes each.");
         if (!isText(*text)) return badInput("texts are not UTF-8, or hold a zero", "Convert them to UTF-8.");
     }
@@ -87,14 +87,18 @@ std::int64_t CallWriter::insert(const NewCall& call) {
     const std::string day = dayText(row.day);
     Statement& made = connection_.statement(
         "insert into call (address, date, duration, flags, face_time_data_size, location, id, datetime, kind, party, "
-        "day) "
-        "values (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)");
+        "day, extra) values (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)");
     made.bind(1, call.address).bind(2, row.date).bind(3, row.duration).bind(4, row.flags);
     made.bind(5, std::int64_t{call.faceTimeDataSize});
     if (call.location.empty()) {
         made.bindNull(6);
     } else {
         made.bind(6, call.location);
+    }
+    if (call.extra.empty()) {
+        made.bindNull(12);
+    } else {
+        made.bind(12, call.extra);
     }
     made.bind(7, row.contact).bind(8, day).bind(9, row.kind).bind(10, row.party).bind(11, row.day).run();
     row.rowId = connection_.lastRowId();

@@ -10,9 +10,9 @@ namespace {
 
 #define QUORVEL_KEEP                                                                                                  \
     "insert or replace into deleted (ROWID, address, date, duration, flags, face_time_data_size, location, id, day, " \
-    "name, label, moment) select call.ROWID, call.address, call.date, call.duration, call.flags, "                    \
+    "name, label, moment, extra) select call.ROWID, call.address, call.date, call.duration, call.flags, "             \
     "call.face_time_data_size, call.location, call.id, call.day, coalesce(party.name, ''), "                          \
-    "coalesce(party.label, ''), ?1 from call left join party on party.party = call.party"
+    "coalesce(party.label, ''), ?1, call.extra from call left join party on party.party = call.party"
 
 #define QUORVEL_DELETED_COLUMNS                                                       \
     "moment, ROWID, address, date, duration, flags, location, id, day, name, label, " \
@@ -111,10 +111,8 @@ void KeptAside::putBack(std::int64_t rowId, std::int64_t kind, std::int64_t part
     connection_
         .statement(
             "insert into call (ROWID, address, date, duration, flags, face_time_data_size, location, id, day, "
-            "datetime, "
-            "kind, party) select ROWID, address, date, duration, flags, face_time_data_size, location, id, day, ?2, "
-            "?3, "
-            "?4 from deleted where ROWID = ?1")
+            "extra, datetime, kind, party) select ROWID, address, date, duration, flags, face_time_data_size, "
+            "location, id, day, extra, ?2, ?3, ?4 from deleted where ROWID = ?1")
         .bind(1, rowId)
         .bind(2, day)
         .bind(3, kind)

@@ -103,6 +103,8 @@ CallRecord QueryRunner::recordOf(sqlite3_stmt* row) {
             record.location = textOf(row, column);
         } else if (isNamed("address")) {
             record.address = textOf(row, column);
+        } else if (isNamed("extra")) {
+            record.extra = textOf(row, column);
         } else if (isNamed("datetime")) {
             record.day = textOf(row, column);
         }

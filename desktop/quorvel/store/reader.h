@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -44,6 +45,7 @@ class Reader {
     std::optional<CallRecord> remaining(Filter filter, Mode mode, const CallRecord& row);
     std::vector<NamedAddress> addresses();
     std::optional<CallRecord> call(std::int64_t rowId);
+    std::vector<CallRecord> wholeCalls(std::span<const std::int64_t> rowIds);
     Totals totals(Filter filter, Mode mode);
     Totals dayTotals(Filter filter, std::int64_t day);
     std::int64_t newestRowId() { return connection_.integerOf("select last_row from state where one = 1"); }

@@ -59,6 +59,23 @@ std::optional<CallRecord> Reader::call(std::int64_t rowId) {
     return page.rows.empty() ? std::nullopt : std::optional(std::move(page.rows.front()));
 }
 
+std::vector<CallRecord> Reader::wholeCalls(std::span<const std::int64_t> rowIds) {
+    const bool hasExtra = connection_.integerOf("pragma user_version") >= versionWithExtra;
+    Statement& found = connection_.statement(hasExtra ? "select face_time_data_size, extra from call where ROWID = ?1"
+                                                      : "select face_time_data_size, null from call where ROWID = ?1");
+    std::vector<CallRecord> calls;
+    for (const std::int64_t rowId : rowIds) {
+        auto known = call(rowId);
+        if (!known) continue;
+        const ResetLater later(found);
+        if (!found.bind(1, rowId).step()) continue;
+        known->faceTimeDataSize = static_cast<std::int32_t>(found.integer(0));
+        known->extra = found.text(1);
+        calls.push_back(*std::move(known));
+    }
+    return calls;
+}
+
 std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, const Stretch& stretch) {
     std::vector<CallRow> rows;
     for (const std::int64_t party : parties) {

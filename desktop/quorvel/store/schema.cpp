@@ -97,7 +97,14 @@ create index deleted_by_moment on deleted (moment);
 pragma user_version = 2;
 )";
 
-enum class Content { empty, logOfVersion1, log };
+/// What the third version added.
+constexpr const char* extraColumns = R"(
+alter table call add column extra text;
+alter table deleted add column extra text;
+pragma user_version = 3;
+)";
+
+enum class Content { empty, logOfVersion1, logOfVersion2, log };
 
 Content contentOf(Connection& connection) {
     const std::string where = "The file " + connection.path().string();
@@ -115,7 +122,8 @@ Content contentOf(Connection& connection) {
                                              std::to_string(schemaVersion) +
                                              "). Update the program; the file was left as it is."}};
     }
-    return version < versionThatKeepsAside ? Content::logOfVersion1 : Content::log;
+    if (version < versionThatKeepsAside) return Content::logOfVersion1;
+    return version < versionWithExtra ? Content::logOfVersion2 : Content::log;
 }
 
 /// The same of one moment: another process may be making the log between two looks.
@@ -142,9 +150,11 @@ void checkTables(Connection& connection) {
         "select revision, party_revision, last_row, days, touched from state where one = 1",
         "select address, date, duration, flags, face_time_data_size, location, id, day, name, label from deleted "
         "indexed by deleted_by_moment where moment = 0",
+        "select call.extra, deleted.extra from call, deleted",
     };
-    const bool keepsAside = contentOf(connection) == Content::log;
-    for (const char* text : std::span(texts).first(texts.size() - (keepsAside ? 0 : 1))) {
+    const Content content = contentOf(connection);
+    const std::size_t missing = content == Content::logOfVersion1 ? 2 : content == Content::logOfVersion2 ? 1 : 0;
+    for (const char* text : std::span(texts).first(texts.size() - missing)) {
         try {
             Statement(connection.handle(), text, connection.path());
         } catch (const Failure& failure) {
@@ -208,7 +218,8 @@ void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) 
         // Another process may have been first.
         const Content content = contentOf(connection);
         if (content == Content::empty) connection.execute(tables);
-        if (content != Content::log) connection.execute(keptAside);
+        if (content == Content::empty || content == Content::logOfVersion1) connection.execute(keptAside);
+        if (content != Content::log) connection.execute(extraColumns);
         transaction.commit();
     }
     checkTables(connection);

@@ -7,9 +7,11 @@
 
 namespace quorvel::store {
 
-constexpr int schemaVersion = 2;
+constexpr int schemaVersion = 3;
 /// Files of an earlier version have no table `deleted`; they get it when they are opened for writing.
 constexpr int versionThatKeepsAside = 2;
+/// Files of an earlier version have no column `extra` in `call` and `deleted`; they get it in the same way.
+constexpr int versionWithExtra = 3;
 
 /// Throws foreign where the file exists and does not begin as a database does. A missing or empty file passes.
 void checkHeader(const std::filesystem::path& path);
