@@ -311,4 +311,27 @@ TEST(Story, twoPhonesAndACommandLineShareOneDirectory) {
     EXPECT_THAT(handset.run("show\n").linesOf("footer"), ElementsAre(HasSubstr("\"118 calls, ")));
 }
 
+TEST(Story, aLogThatIsBackedUpAndRestoredWhileAPhoneIsOpenIsFollowed) {
+    const Handset handset;
+    handset.fill(evening());
+    Story story(handset);
+    story.after({});
+    const auto newest = story.line("row 0");
+    const std::string backup = "'" + handset.file("evening.quorvel").string() + "'";
+    control(handset, "backup " + backup);
+    story.after({"tap right", "tap left", "tap \"Delete All Calls\""});
+    EXPECT_EQ(story.line("rows"), "rows 0");
+    control(handset, "generate --calls 3 --seed 3 --until 1800000000");
+    story.waitFor("rows 3");
+    EXPECT_THAT(control(handset, "restore " + backup), HasSubstr("120 calls restored."));
+    story.waitFor("footer \"120 calls, 1:20:00\"");
+    EXPECT_EQ(story.line("row 0"), newest);
+    // What the Phone does then is done to the restored log.
+    story.after({"swipe 0"});
+    story.waitFor("footer \"119 calls, 1:20:00\"");
+    story.after({"search \"p01\"", "scroll end"});
+    EXPECT_EQ(story.line("header"), "header \"Showing 30 calls\"");
+    story.close();
+}
+
 }  // namespace

@@ -94,15 +94,18 @@ void eachKeptWrong(Connection& connection, See&& see) {
 
 }  // namespace
 
-std::vector<std::string> findContradictions(Connection& connection) {
+std::vector<std::string> findDamage(Connection& connection) {
     std::vector<std::string> findings;
-    {
-        Statement check(connection.handle(), "pragma integrity_check(20)", connection.path());
-        while (check.step()) {
-            if (check.text(0) != "ok")
-                findings.push_back("The file contradicts itself: " + std::string(check.text(0)) + ".");
-        }
+    Statement check(connection.handle(), "pragma integrity_check(20)", connection.path());
+    while (check.step()) {
+        if (check.text(0) != "ok")
+            findings.push_back("The file contradicts itself: " + std::string(check.text(0)) + ".");
     }
+    return findings;
+}
+
+std::vector<std::string> findContradictions(Connection& connection) {
+    std::vector<std::string> findings = findDamage(connection);
     const auto parties = readParties(connection);
     std::int64_t wrong = 0;
     eachWrong(

@@ -1,0 +1,246 @@
+// The way back leads through a copy beside the log: it is brought to this version, checked and put right there, and the
+// log then takes over its rows in one transaction, so that an open connection simply sees the next state.
+#include "desktop/quorvel/store/backup.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <ctime>
+
+#include "desktop/quorvel/store/care.h"
+#include "desktop/quorvel/store/page_copy.h"
+#include "desktop/quorvel/store/schema.h"
+
+namespace quorvel::store {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path with(fs::path path, const std::string& suffix) {
+    path += suffix;
+    return path;
+}
+
+bool isThere(const fs::path& path) {
+    std::error_code ignored;
+    return fs::exists(path, ignored);
+}
+
+void requireTwoFiles(const fs::path& backup, const fs::path& log) {
+    std::error_code ignored;
+    if (fs::absolute(backup).lexically_normal() != fs::absolute(log).lexically_normal() &&
+        !fs::equivalent(backup, log, ignored))
+        return;
+    throw Failure{{ErrorKind::badInput, "The file " + backup.string() + " is the log itself. Name another file."}};
+}
+
+void requireFile(const fs::path& path, const char* what) {
+    if (!isThere(path))
+        throw Failure{{ErrorKind::unreadable, std::string(what) + ' ' + path.string() + " is not there."}};
+    checkHeader(path);
+}
+
+void requireFree(const fs::path& file, Existing existing) {
+    std::error_code ignored;
+    if (!fs::exists(fs::symlink_status(file, ignored))) return;
+    if (!fs::is_regular_file(file, ignored))
+        throw Failure{{ErrorKind::badInput, file.string() + " is not a file. Name a file for the backup."}};
+    if (existing == Existing::refused) {
+        throw Failure{{ErrorKind::badInput,
+                       "There is a file " + file.string() + " already. Name another one, or have it replaced."}};
+    }
+    if (isThere(with(file, "-wal")) || isThere(with(file, "-journal"))) {
+        throw Failure{
+            {ErrorKind::badInput, "The database " + file.string() + " is in use by a program. Name another file."}};
+    }
+}
+
+std::int64_t momentOf(const OpenOptions& options) { return options.clock ? options.clock() : std::time(nullptr); }
+
+/// A free name that says when the log was replaced.
+fs::path formerName(const fs::path& log, std::int64_t moment) {
+    const auto time = static_cast<std::time_t>(moment);
+    std::tm local{};
+    localtime_r(&time, &local);
+    char when[32];
+    const std::string text(when, std::strftime(when, sizeof when, "%Y-%m-%d-%H%M%S", &local));
+    fs::path name = with(log, ".before-" + text);
+    for (int number = 2; isThere(name); ++number) name = with(log, ".before-" + text + '-' + std::to_string(number));
+    return name;
+}
+
+/// The copy beside the log. Those that killed processes have left go with it.
+class Staging {
+  public:
+    explicit Staging(const fs::path& log) : file_(with(log, ending + std::to_string(getpid()))) {
+        const std::string beginning = with(log.filename(), ending).string();
+        std::error_code ignored;
+        for (const auto& entry : fs::directory_iterator(fs::absolute(log).parent_path(), ignored)) {
+            const std::string name = entry.path().filename().string();
+            if (!name.starts_with(beginning)) continue;
+            int process = 0;
+            std::from_chars(name.data() + beginning.size(), name.data() + name.size(), process);
+            const bool isAbandoned = process > 0 && ::kill(process, 0) != 0 && errno == ESRCH;
+            if (isAbandoned) fs::remove(entry.path(), ignored);
+        }
+        removeDatabase(file_);
+    }
+    ~Staging() { removeDatabase(file_); }
+    Staging(const Staging&) = delete;
+    Staging& operator=(const Staging&) = delete;
+    const fs::path& file() const { return file_; }
+
+  private:
+    static constexpr const char* ending = ".restoring-";
+    fs::path file_;
+};
+
+/// The backup's contents in the staging file, of this version, sound and in agreement with themselves. Answers what
+/// had to be put right.
+std::vector<std::string> stage(const fs::path& backup, const fs::path& staging, const BackupOptions& options) {
+    {
+        Connection from(backup, Connection::Use::readFileOnly, options.log.busyBound, options.log.fileSystem);
+        prepareSchema(from, options.log.busyBound);
+        Connection to(staging, Connection::Use::write, options.log.busyBound, options.log.fileSystem);
+        Transaction moment(from, Transaction::Kind::read);
+        copyPages(from, to, options.progress);
+    }
+    Connection copy(staging, Connection::Use::write, options.log.busyBound, options.log.fileSystem);
+    if (const auto damage = findDamage(copy); !damage.empty())
+        throw Failure{errorOf(SQLITE_CORRUPT, damage.front(), backup)};
+    prepareSchema(copy, options.log.busyBound);
+    std::vector<std::string> findings;
+    {
+        Transaction transaction(copy, Transaction::Kind::write);
+        findings = findContradictions(copy);
+        if (!findings.empty()) rebuildDerived(copy);
+        transaction.commit();
+    }
+    copy.execute("pragma journal_mode = delete");
+    return findings;
+}
+
+std::vector<std::string> tablesOf(Connection& log) {
+    std::vector<std::string> tables;
+    Statement& found = log.statement(
+        "select name from main.sqlite_schema where type = 'table' and (name not like 'sqlite_%' or name = "
+        "'sqlite_sequence')");
+    while (found.step()) tables.emplace_back(found.text(0));
+    return tables;
+}
+
+/// By name: tables that were made by different versions may have their columns in another order.
+std::string columnsOf(Connection& log, const std::string& table) {
+    std::string columns;
+    Statement found(log.handle(), "select name from pragma_table_info('" + table + "', 'main')", log.path());
+    while (found.step()) columns += (columns.empty() ? "\"" : ", \"") + std::string(found.text(0)) + '"';
+    return columns;
+}
+
+/// Expects the staged log attached as `restored`, and a writing transaction.
+void takeOver(Connection& log) {
+    const std::int64_t revision = log.integerOf("select max(revision, party_revision) from main.state");
+    for (const std::string& table : tablesOf(log)) {
+        const std::string columns = columnsOf(log, table);
+        log.execute(("delete from main." + table).c_str());
+        log.execute(("insert into main." + table + " (" + columns + ") select " + columns + " from restored." + table +
+                     (table == "sqlite_sequence" ? "" : " order by rowid"))
+                        .c_str());
+    }
+    // Whoever remembers a state of before must not take this one for it.
+    log.statement(
+           "update main.state set revision = max(revision, ?1) + 1, party_revision = max(party_revision, ?1) + 1")
+        .bind(1, revision)
+        .run();
+}
+
+Restored replaceContents(const fs::path& path, const fs::path& staging, const BackupOptions& options) {
+    Connection log(path, Connection::Use::write, options.log.busyBound, options.log.fileSystem);
+    prepareSchema(log, options.log.busyBound);
+    configure(log, Connection::Use::write);
+    const std::string stagingName = staging.string();
+    log.statement("attach ?1 as restored").bind(1, stagingName).run();
+    Transaction transaction(log, Transaction::Kind::write);
+    Restored restored;
+    // In the same transaction: no call can come between the copy that is kept and the change.
+    if (log.integerOf("select exists (select 1 from main.call) or exists (select 1 from main.deleted)") != 0) {
+        restored.former = formerName(path, momentOf(options.log));
+        Connection reading(path, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
+        const Transaction moment(reading, Transaction::Kind::read);
+        copyToFile(reading, restored.former, {});
+    }
+    takeOver(log);
+    transaction.commit();
+    restored.calls = log.integerOf("select calls from main.total where filter = 1");
+    return restored;
+}
+
+/// Where the log cannot be read any more, its file is replaced. What SQLite kept beside it goes first: it must not be
+/// taken for the new file's.
+Restored replaceFile(const fs::path& path, const fs::path& staging, const BackupOptions& options) {
+    Restored restored;
+    restored.wasDamaged = true;
+    restored.former = formerName(path, momentOf(options.log));
+    for (const char* suffix : {"-wal", "-shm"})
+        if (isThere(with(path, suffix))) renameOnDisk(with(path, suffix), with(restored.former, suffix));
+    std::error_code error;
+    fs::create_hard_link(path, restored.former, error);
+    if (error) fs::copy_file(path, restored.former, error);
+    if (error) {
+        throw Failure{{ErrorKind::unreadable,
+                       "The damaged log cannot be kept as " + restored.former.string() + ": " + error.message() + '.'}};
+    }
+    Connection copy(staging, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
+    restored.calls = copy.integerOf("select calls from total where filter = 1");
+    renameOnDisk(staging, path);
+    return restored;
+}
+
+Error aboutTheBackup(const Error& error, const fs::path& backup) {
+    if (error.kind != ErrorKind::damaged) return error;
+    return {error.kind, "The backup " + backup.string() +
+                            " is damaged. Choose another one; the log was left as it is. (" + error.message + ')'};
+}
+
+}  // namespace
+
+Result<Done> backUp(const fs::path& log, const fs::path& file, const BackupOptions& options) {
+    return guarded([&] {
+        requireTwoFiles(file, log);
+        requireFree(file, options.existing);
+        requireFile(log, "The call log");
+        Connection from(log, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
+        prepareSchema(from, options.log.busyBound);
+        const Transaction moment(from, Transaction::Kind::read);
+        copyToFile(from, file, options.progress);
+        return Done{};
+    });
+}
+
+Result<Restored> restore(const fs::path& backup, const fs::path& log, const BackupOptions& options) {
+    return guarded([&] {
+        requireTwoFiles(backup, log);
+        requireFile(backup, "The backup");
+        const Staging staging(log);
+        std::vector<std::string> mended;
+        try {
+            mended = stage(backup, staging.file(), options);
+        } catch (const Failure& failure) {
+            throw Failure{aboutTheBackup(failure.error, backup)};
+        }
+        checkHeader(log);
+        Restored restored;
+        try {
+            restored = replaceContents(log, staging.file(), options);
+        } catch (const Failure& failure) {
+            if (failure.error.kind != ErrorKind::damaged) throw;
+            restored = replaceFile(log, staging.file(), options);
+        }
+        restored.mended = std::move(mended);
+        return restored;
+    });
+}
+
+}  // namespace quorvel::store

@@ -1,0 +1,23 @@
+// A database copied page by page into another file, and what a file needs to take the place of another one.
+#pragma once
+
+#include <functional>
+
+#include "desktop/quorvel/store/database.h"
+
+namespace quorvel::store {
+
+/// Makes the database of `to` the one of `from`, as the open transaction of `from` sees it. Told how much is done.
+void copyPages(Connection& from, Connection& to, const std::function<void(double)>& progress);
+
+/// Copies the database into a new file of that name that needs nothing beside it, is sound and is on disk. `from` has a
+/// transaction open. The file comes into being whole or not at all.
+void copyToFile(Connection& from, const std::filesystem::path& file, const std::function<void(double)>& progress);
+
+/// Removes a database and what SQLite keeps beside it, where they are there.
+void removeDatabase(const std::filesystem::path& file);
+
+/// Gives the file its new name, in the place of what had it, and puts that on disk.
+void renameOnDisk(const std::filesystem::path& from, const std::filesystem::path& to);
+
+}  // namespace quorvel::store
