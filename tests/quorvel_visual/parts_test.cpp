@@ -1,4 +1,6 @@
 // The sheet of blocks, the additions to the toolkit, the screens' base, the person's header and the load-more row.
+#include <memory>
+
 #include "desktop/quorvel/visual/base_table_controller.h"
 #include "desktop/quorvel/visual/load_more_cell.h"
 #include "desktop/quorvel/visual/person_header.h"
@@ -69,24 +71,34 @@ TEST_F(SheetTest, itKeepsItselfWhileItShows) {
     EXPECT_EQ(heard_, Texts{"other"});
 }
 
-TEST_F(SheetTest, aPanelThatIsTakenAwayLeavesTheSheetReadyToBeShown) {
+TEST_F(SheetTest, aPanelThatIsTakenAwayEndsTheSheet) {
     const auto sheet = show();
     uikit::frontSheet()->removeFromSuperview();
     EXPECT_FALSE(uikit::frontSheet());
     sheet->dismissWithClickedButtonIndexAnimated(0, false);
     EXPECT_EQ(heard_, Texts{});
-    sheet->showInView(window());
-    EXPECT_TRUE(uikit::frontSheet());
 }
 
-TEST_F(SheetTest, itCanBeShownAgain) {
-    const auto sheet = show();
-    sheet->dismissWithClickedButtonIndexAnimated(-1, false);
-    advance(1);
-    sheet->showInView(window());
-    sheet->dismissWithClickedButtonIndexAnimated(0, false);
-    advance(1);
-    EXPECT_EQ(heard_, Texts{"delete"});
+TEST_F(SheetTest, aScreenThatItsBlocksHoldIsFreedOnceTheQuestionIsOver) {
+    enum class End { answered, dismissed, takenAway };
+    for (const End end : {End::answered, End::dismissed, End::takenAway}) {
+        auto held = std::make_shared<int>(1);
+        const std::weak_ptr<int> screen = held;
+        const auto sheet = objc::Ref<BlockActionSheet>::make<"initWithTitle:">(nsString("Delete?"));
+        {
+            const objc::Block<void()> destroy([held] { ++*held; });
+            sheet->setDestructiveButton(nsString("Delete"), destroy.get());
+        }
+        held.reset();
+        sheet->showInView(window());
+        EXPECT_FALSE(screen.expired());
+        if (end == End::takenAway)
+            uikit::frontSheet()->removeFromSuperview();
+        else
+            sheet->dismissWithClickedButtonIndexAnimated(end == End::answered ? 0 : -1, true);
+        advance(1);
+        EXPECT_TRUE(screen.expired());
+    }
 }
 
 class AdditionsTest : public VisualTest {};

@@ -397,7 +397,9 @@ TEST_F(DateLogTest, theQuestionBeforeDeletingAllNamesTheDay) {
     trace({"BlockActionSheet"});
     objc::send<"deleteAllAction:">(screen_.get(), objc::Object{});
     EXPECT_THAT(traced(), Contains(testing::AllOf(StartsWith("initWithTitle:"), testing::HasSubstr("2024-06-15"))));
-    EXPECT_TRUE((objc::send<"actionSheet", objc::Object>(screen_.get())));
+    const auto sheet = objc::send<"actionSheet", objc::Object>(screen_.get());
+    ASSERT_TRUE(sheet);
+    objc::send<"dismissWithClickedButtonIndex:animated:">(sheet, -1L, false);
 }
 
 }  // namespace

@@ -44,7 +44,8 @@ std::vector<std::string> valuesOf(const void* person, Property property) {
     const auto* record = addressbook::peerFrom<addressbook::Record>(person);
     std::vector<std::string> texts;
     if (!record) return texts;
-    for (const auto& value : record->contact().list(property)) texts.push_back(value.text);
+    const auto contact = record->contact();
+    for (const auto& value : contact.list(property)) texts.push_back(value.text);
     return texts;
 }
 

@@ -2,6 +2,7 @@
 #include "desktop/quorvel/visual/block_action_sheet.h"
 
 #include <memory>
+#include <utility>
 
 #include "desktop/uikit/application.h"
 
@@ -36,7 +37,8 @@ void BlockActionSheet::addButton(objc::Object title, const void* block) {
     add(title, block, uikit::Sheet::Role::Normal);
 }
 
-/// What a panel owns while it is there: the sheet, which forgets the panel when it goes, chosen from or not.
+/// What a panel owns while it is there: the sheet, which forgets panel and blocks when it goes, chosen from or not. A
+/// block often holds the screen that holds the sheet: kept any longer, neither would ever be freed.
 struct BlockActionSheet::Shown {
     objc::Ref<BlockActionSheet> sheet;
     uikit::Sheet* panel = nullptr;
@@ -44,9 +46,12 @@ struct BlockActionSheet::Shown {
     explicit Shown(BlockActionSheet* owner) : sheet(owner) {}
     Shown(const Shown&) = delete;
     Shown& operator=(const Shown&) = delete;
-    ~Shown() { forget(); }
-    void forget() const {
-        if (sheet->panel_ == panel) sheet->panel_ = nullptr;
+    ~Shown() { end(); }
+    /// The blocks, the first time.
+    Blocks end() const {
+        if (sheet->panel_ != panel) return {};
+        sheet->panel_ = nullptr;
+        return std::exchange(sheet->blocks_, {});
     }
 };
 
@@ -55,10 +60,9 @@ void BlockActionSheet::showInView(uikit::View* view) {
     if (!window || panel_) return;
     const auto shown = std::make_shared<Shown>(this);
     panel_ = uikit::Sheet::present(window, content_, [shown](long index) {
-        shown->forget();
-        const auto& blocks = shown->sheet->blocks_;
+        const auto blocks = shown->end();
         if (index < 0 || static_cast<std::size_t>(index) >= blocks.size()) return;
-        if (const auto block = blocks[static_cast<std::size_t>(index)]) block();
+        if (const auto& block = blocks[static_cast<std::size_t>(index)]) block();
     });
     shown->panel = panel_;
 }

@@ -5,7 +5,7 @@
 
 namespace quorvel {
 
-/// Keeps itself while it shows.
+/// Keeps itself while it shows, and its blocks until then: it asks once.
 class BlockActionSheet : public objc::PeerBase {
   public:
     using Super = objc::Foreign<"NSObject">;
@@ -24,11 +24,12 @@ class BlockActionSheet : public objc::PeerBase {
     void dismissWithClickedButtonIndexAnimated(long index, bool animated);
 
   private:
+    using Blocks = std::vector<objc::Block<void()>>;
     struct Shown;
     void add(objc::Object title, const void* block, uikit::Sheet::Role role);
 
     uikit::Sheet::Content content_;
-    std::vector<objc::Block<void()>> blocks_;
+    Blocks blocks_;
     uikit::Sheet* panel_ = nullptr;  // the window's; null while none shows
 };
 
