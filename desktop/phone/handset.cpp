@@ -16,13 +16,12 @@
 #include "desktop/phone/keypad_screen.h"
 #include "desktop/phone/phone_application.h"
 #include "desktop/phone/recents_screen.h"
+#include "desktop/phone/samples.h"
 #include "desktop/phone/show.h"
 #include "desktop/phone/url_opening.h"
-#include "desktop/quorvel/generate/generate.h"
 #include "desktop/quorvel/services/companion.h"
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/settings/settings_store.h"
-#include "desktop/quorvel/store/import_session.h"
 #include "desktop/substrate/substrate.h"
 #include "desktop/substrate/trace.h"
 #include "desktop/uikit/color.h"
@@ -36,22 +35,6 @@ std::filesystem::path settingsFile;
 
 std::filesystem::path handsetRoot() {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path() / "root";
-}
-
-/// The handset's first use: a log of made-up calls, so that there is something to see.
-std::optional<std::string> fillWithSamples() {
-    auto session = quorvel::DataService::shared()->store()->beginImport();
-    if (!session) return session.error().message;
-    std::string trouble;
-    quorvel::generateCalls({.calls = 400, .seed = 7, .until = std::time(nullptr) - 1200},
-                           [&](const quorvel::store::NewCall& call) {
-                               const auto added = (*session).add(call);
-                               if (!added) trouble = added.error().message;
-                               return trouble.empty();
-                           });
-    if (!trouble.empty()) return trouble;
-    const auto finished = (*session).finish();
-    return finished ? std::nullopt : std::optional(finished.error().message);
 }
 
 HostCallLog callLogOfStore() {
@@ -105,7 +88,8 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     if (auto trouble = quorvel::openCompanion(directory, handsetRoot() / "Applications/Quorvel.app")) return trouble;
     speak(contacts::language());
     if (firstStart && options.dataDirectory.empty())
-        if (auto trouble = fillWithSamples()) return trouble;
+        if (auto trouble = fillWithSamples(*quorvel::DataService::shared()->store(), std::time(nullptr)))
+            return trouble;
     setHostCallLog(callLogOfStore());
     objc::registerClasses<PhoneApplication, RecentsScreen, KeypadScreen, CallingScreen>();
     if (auto trouble = loadPlugins(options)) return trouble;

@@ -71,7 +71,7 @@ std::string describeRow(uikit::TableView* table, const uikit::TableView::Visible
     constexpr long disclosure = 1;
     constexpr long detailDisclosure = 2;
     constexpr long detail = 4;
-    const long accessory = row.cell->accessoryType();
+    const long accessory = row.cell->isEditing() ? 0 : row.cell->accessoryType();
     if (accessory == disclosure) line += " disclosure";
     if (accessory == detailDisclosure || accessory == detail) line += " detail";
     return line;

@@ -12,6 +12,7 @@ namespace {
 constexpr double sideMargin = 6;
 constexpr double maximumTitleWidth = 200;
 constexpr double maximumBackWidth = 110;
+constexpr double titleGap = 8;
 constexpr double fadeSeconds = 0.2;
 const Color barColor = Color::fromHex(0xF8F8F8);
 const Color hairlineColor = Color::fromHex(0xB2B2B2);
@@ -59,7 +60,8 @@ objc::Ref<View> NavigationBar::makeBackButton() {
     button->addTargetActionForControlEvents(object(), objc::selector<"goBack">(), touchUpInside);
     // Beside a wide title view there is room for the arrow alone.
     const auto* middle = item_->titleView();
-    const double room = middle ? (bounds().size.width - middle->frame().size.width) / 2 - gap : maximumBackWidth;
+    const double besideMiddle = middle ? (bounds().size.width - middle->frame().size.width) / 2 : 0;
+    const double room = middle ? besideMiddle - sideMargin - titleGap : maximumBackWidth;
     if (button->sizeThatFits({}).width + gap > room) button->setTitleForState({}, normalState);
     const double width = std::min(button->sizeThatFits({}).width + gap, maximumBackWidth);
     button->setFrame({{0, 0}, {width, height}});

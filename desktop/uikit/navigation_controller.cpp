@@ -160,6 +160,7 @@ void NavigationController::change(Stack stack, Direction direction, bool animate
 
 void NavigationController::showTop(ViewController* former, Direction direction, bool animated) {
     auto* top = topViewController();
+    updateBar(animated);
     const bool onScreen = appearance() == Appearance::Appeared || appearance() == Appearance::Appearing;
     if (former && onScreen) former->beginDisappearing(animated);
     if (top) {
@@ -222,13 +223,20 @@ void NavigationController::showBarItem(bool animated) {
     navigationBar()->showItem(objc::peerOf<NavigationItem>(top->navigationItem()), backTitle, animated);
 }
 
+bool NavigationController::isNavigationBarHidden() const {
+    return barHidden_ || (!stack_.empty() && stack_.back()->coversNavigationBar());
+}
+
 void NavigationController::setNavigationBarHiddenAnimated(bool hidden, bool animated) {
-    if (hidden == barHidden_) return;
     barHidden_ = hidden;
+    updateBar(animated);
+}
+
+void NavigationController::updateBar(bool animated) {
+    const double to = isNavigationBarHidden() ? 0 : 1;
+    if (to == std::exchange(barTarget_, to)) return;
     cancelAnimation(barAnimation_);
-    const double from = barShown_;
-    const double to = hidden ? 0 : 1;
-    barAnimation_ = animate(animated ? barSeconds : 0, Curve::EaseInOut, [this, from, to](double progress) {
+    barAnimation_ = animate(animated ? barSeconds : 0, Curve::EaseInOut, [this, from = barShown_, to](double progress) {
         barShown_ = from + (to - from) * progress;
         layOut();
     });

@@ -24,7 +24,8 @@ class NavigationController : public ViewController {
     void setViewControllersAnimated(objc::Object controllers, bool animated);
     ViewController* topViewController() const { return stack_.empty() ? nullptr : stack_.back().get(); }
     NavigationBar* navigationBar();
-    bool isNavigationBarHidden() const { return barHidden_; }
+    /// By message, or by the screen on top.
+    bool isNavigationBarHidden() const;
     void setNavigationBarHidden(bool hidden) { setNavigationBarHiddenAnimated(hidden, false); }
     void setNavigationBarHiddenAnimated(bool hidden, bool animated);
 
@@ -35,6 +36,8 @@ class NavigationController : public ViewController {
     std::vector<ViewController*> childrenOnScreen() override;
 
     const std::vector<objc::Ref<ViewController>>& stack() const { return stack_; }
+    /// Shows or hides the bar as the screen on top wants it now.
+    void updateBar(bool animated);
 
   private:
     using Stack = std::vector<objc::Ref<ViewController>>;
@@ -49,7 +52,8 @@ class NavigationController : public ViewController {
 
     Stack stack_;
     objc::Ref<NavigationBar> bar_;
-    bool barHidden_ = false;
+    bool barHidden_ = false;  // by message
+    double barTarget_ = 1;
     double barShown_ = 1;  // how much of the bar is in view, 0 to 1
     AnimationToken barAnimation_ = 0;
     AnimationToken transition_ = 0;

@@ -39,9 +39,9 @@ class ScrollView : public View {
     void drawAbove(graphics::Canvas& canvas) override;
 
     /// The offset of the content's top, with the inset above it.
-    double leastOffset() const { return -inset_.top; }
+    double leastOffset() const { return 0 - inset_.top; }
     /// The greatest offset at which content and insets still fill the view; leastOffset() where they are shorter.
-    double greatestOffset() const;
+    virtual double greatestOffset() const;
 
   protected:
     /// Told after each change of the offset.

@@ -1,7 +1,6 @@
 // UISearchDisplayController: how a search begins, what each change of text or scope asks, how it ends.
 #include "desktop/uikit/search_display_controller.h"
 
-#include "desktop/uikit/navigation_controller.h"
 #include "desktop/uikit/scroll_view.h"
 
 namespace uikit {
@@ -93,8 +92,7 @@ void SearchDisplayController::begin(bool animated) {
     active_ = true;
     const objc::Object me{self};
     tell<"searchDisplayControllerWillBeginSearch:">(delegate_, me);
-    if (auto* navigation = contents_->navigationController())
-        navigation->setNavigationBarHiddenAnimated(true, animated);
+    contents_->setCoversNavigationBar(true, animated);
     bar_->setShowsScopeBar(true);
     bar_->setShowsCancelButtonAnimated(true, animated);
     resizeBar();
@@ -127,8 +125,7 @@ void SearchDisplayController::end(bool animated) {
         scroll->setScrollEnabled(true);
         scroll->setContentOffsetAnimated(offsetBefore_, false);
     }
-    if (auto* navigation = contents_->navigationController())
-        navigation->setNavigationBarHiddenAnimated(false, animated);
+    contents_->setCoversNavigationBar(false, animated);
     tell<"searchDisplayControllerDidEndSearch:">(delegate_, me);
 }
 

@@ -77,6 +77,11 @@ bool SearchField::resignFirstResponder() {
     return View::resignFirstResponder();
 }
 
+void SearchField::windowChanged(Window* window) {
+    View::windowChanged(window);
+    if (!window && isFirstResponder()) resignFirstResponder();
+}
+
 void SearchField::insertText(std::string_view text) {
     editor_.insert(text);
     edited();

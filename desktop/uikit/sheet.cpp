@@ -131,8 +131,12 @@ void Sheet::layoutSubviews() {
                            : Rect{{sheetMargin, screen.height - y}, {width, y}});
 }
 
+void Sheet::dim(graphics::Canvas& canvas, const Rect& rect) const {
+    canvas.fill(rect, Color::gray(0, dimming * shown_));
+}
+
 void Sheet::draw(graphics::Canvas& canvas) {
-    canvas.fill(bounds(), Color::gray(0, dimming * shown_));
+    dim(canvas, bounds());
     const Rect panel = panel_->frame().translated(panel_->displacement().x, panel_->displacement().y);
     const Color ground = Color::gray(1, isAlert(content_) ? shown_ : 1);
     double groupTop = panel.top();

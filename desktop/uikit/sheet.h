@@ -38,6 +38,9 @@ class Sheet : public View {
     /// Ends it as if the choice was taken; -1 for none. Nothing happens the second time.
     void dismiss(long choice, bool animated);
 
+    /// Darkens what the window draws above its views there.
+    void dim(graphics::Canvas& canvas, const Rect& rect) const;
+
     const Content& content() const { return content_; }
     bool isLeaving() const { return leaving_; }
 

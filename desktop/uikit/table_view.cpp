@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "desktop/uikit/search_bar.h"
+
 namespace uikit {
 namespace {
 
@@ -141,6 +143,12 @@ void TableView::reloadIfNeeded() {
     // A list that became shorter comes back into view; what the finger holds is left to the finger.
     if (!isDragging() && !isDecelerating() && contentOffset().y > greatestOffset())
         setContentOffset({0, greatestOffset()});
+}
+
+double TableView::greatestOffset() const {
+    const double filled = ScrollView::greatestOffset();
+    const bool hasSearch = header_ && objc::peerIf<SearchBar>(header_->object());
+    return hasSearch ? std::max(filled, leastOffset() + header_->frame().size.height) : filled;
 }
 
 long TableView::numberOfSections() {

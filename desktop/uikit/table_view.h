@@ -98,6 +98,8 @@ class TableView : public ScrollView {
     /// No such row: nothing.
     void scrollToRow(objc::Object path, long position, bool animated);
 
+    /// A search bar above the rows can be scrolled out of sight, however few they are.
+    double greatestOffset() const override;
     void layoutSubviews() override;
     void draw(graphics::Canvas& canvas) override;
     void drawAbove(graphics::Canvas& canvas) override;

@@ -107,12 +107,16 @@ void TableViewCell::setAccessoryType(long type) {
 void TableViewCell::setAccessoryView(View* view) {
     if (accessoryView_) accessoryView_->removeFromSuperview();
     accessoryView_ = objc::Ref<View>(view);
-    if (view) addSubview(view);
+    if (view) {
+        view->setHidden(editing_);
+        addSubview(view);
+    }
     setNeedsLayout();
 }
 
 void TableViewCell::setEditing(bool editing) {
     editing_ = editing;
+    if (accessoryView_) accessoryView_->setHidden(editing);
     setNeedsLayout();
     setNeedsDisplay();
 }
@@ -157,6 +161,7 @@ void TableViewCell::setHighlightedAnimated(bool highlighted, bool animated) {
 }
 
 double TableViewCell::accessoryWidth() const {
+    if (editing_) return 0;
     if (accessoryView_) return accessoryView_->frame().size.width + margin + accessoryGap;
     switch (accessory_) {
         case disclosureIndicator:
@@ -172,7 +177,7 @@ double TableViewCell::accessoryWidth() const {
 }
 
 Rect TableViewCell::detailRect() const {
-    if (accessory_ != detailButton && accessory_ != detailDisclosure) return {};
+    if (editing_ || (accessory_ != detailButton && accessory_ != detailDisclosure)) return {};
     const double right =
         bounds().size.width - margin - (accessory_ == detailDisclosure ? chevronWidth + accessoryGap : 0) - revealed_;
     return Rect{{right - detailSide, (bounds().size.height - detailSide) / 2}, {detailSide, detailSide}}.inset(
@@ -221,7 +226,7 @@ void TableViewCell::draw(graphics::Canvas& canvas) {
 }
 
 void TableViewCell::drawAccessory(graphics::Canvas& canvas) const {
-    if (accessoryView_) return;
+    if (accessoryView_ || editing_) return;
     const double middle = bounds().size.height / 2;
     double right = bounds().size.width - margin - revealed_;
     if (accessory_ == disclosureIndicator || accessory_ == detailDisclosure) {

@@ -40,7 +40,7 @@ class TableViewCell : public View {
     void layoutSubviews() override;
     void draw(graphics::Canvas& canvas) override;
 
-    // For the table.
+    // For the table. In edit mode the accessory is away and leaves its room to the texts.
     /// The width that stays free on the right for the accessory.
     double accessoryWidth() const;
     /// Where a touch opens the details; empty without a detail button.

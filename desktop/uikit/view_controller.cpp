@@ -5,6 +5,7 @@
 
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
+#include "desktop/uikit/navigation_controller.h"
 
 namespace uikit {
 
@@ -136,6 +137,11 @@ void ViewController::removeFromParentViewController() {
 }
 
 void ViewController::setEditingAnimated(bool editing, bool) { editing_ = editing; }
+
+void ViewController::setCoversNavigationBar(bool covers, bool animated) {
+    coversNavigationBar_ = covers;
+    if (auto* navigation = navigationController()) navigation->updateBar(animated);
+}
 
 void ViewController::setNeedsStatusBarAppearanceUpdate() {
     if (view_) view_->setNeedsDisplay();

@@ -74,6 +74,10 @@ class ViewController : public Responder {
     Appearance appearance() const { return appearance_; }
     const std::vector<objc::Ref<ViewController>>& children() const { return children_; }
 
+    /// Whether the bar is away while this screen is on top of its stack, as during a search.
+    bool coversNavigationBar() const { return coversNavigationBar_; }
+    void setCoversNavigationBar(bool covers, bool animated);
+
   private:
     ViewController* nearest(bool (*isWanted)(ViewController*)) const;
     objc::Object navigationControllerObject() const;
@@ -91,6 +95,7 @@ class ViewController : public Responder {
     objc::Strong<> searchController_;
     std::atomic<bool> editing_{false};
     Appearance appearance_ = Appearance::Disappeared;
+    bool coversNavigationBar_ = false;
 };
 
 }  // namespace uikit

@@ -3,6 +3,7 @@
 
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
+#include "desktop/uikit/sheet.h"
 #include "desktop/uikit/status_bar.h"
 
 namespace uikit {
@@ -148,6 +149,9 @@ void Window::drawAbove(graphics::Canvas& canvas) {
     auto* application = Application::shared();
     drawStatusBar(canvas, {{}, {frame().width(), statusBarHeight}}, color,
                   {application->isNetworkActivityIndicatorVisible(), application->networkActivityTurn()});
+    for (const auto& each : subviews())
+        if (const auto* sheet = objc::peerIf<Sheet>(each->object()))
+            sheet->dim(canvas, {{}, {bounds().size.width, statusBarHeight}});
 }
 
 }  // namespace uikit

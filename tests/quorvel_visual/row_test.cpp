@@ -2,6 +2,7 @@
 #include "desktop/quorvel/visual/call_cell.h"
 #include "desktop/quorvel/visual/call_time.h"
 #include "desktop/quorvel/visual/contact_picture.h"
+#include "desktop/quorvel/visual/row_parts.h"
 #include "tests/quorvel_visual/fixture.h"
 
 namespace quorvel::test {
@@ -205,6 +206,18 @@ TEST_F(RowTest, aPictureThatCameLaterIsDrawnAfterSetNeedsDisplay) {
     EXPECT_EQ(middleOfPicture(), 0xFF00FF00);
 }
 
+TEST_F(RowTest, aNameIsWrittenSmallerBeforeItIsCut) {
+    const auto whole = graphics::Font::system(16);
+    const std::string number = "+49 30 55510006";
+    const double width = textWidth(number, whole);
+    EXPECT_EQ(fittedFont(number, whole, 14, width), whole);
+    const auto smaller = fittedFont(number, whole, 14, width - 6);
+    EXPECT_LT(smaller.size, 16);
+    EXPECT_GE(smaller.size, 14);
+    EXPECT_LE(textWidth(number, smaller), width - 6);
+    EXPECT_EQ(fittedFont(number, whole, 14, 20).size, 14);
+}
+
 TEST_F(RowTest, initialsAreOfTheFirstAndTheLastWord) {
     EXPECT_EQ(initialsOf("Anna Berg"), "AB");
     EXPECT_EQ(initialsOf("anna maria von berg"), "AB");
@@ -213,6 +226,9 @@ TEST_F(RowTest, initialsAreOfTheFirstAndTheLastWord) {
     EXPECT_EQ(initialsOf("王小明"), "王");
     EXPECT_EQ(initialsOf("ليلى منصور"), "ل");
     EXPECT_EQ(initialsOf("🎸 Max Müller"), "MM");
+    EXPECT_EQ(initialsOf("Dr. Petra Hollmann-Winterfeld"), "PH");
+    EXPECT_EQ(initialsOf("J. Doe"), "JD");
+    EXPECT_EQ(initialsOf("Dr."), "D");
     EXPECT_EQ(initialsOf("+49 30"), "");
     EXPECT_EQ(initialsOf(""), "");
 }

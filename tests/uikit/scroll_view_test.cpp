@@ -1,6 +1,8 @@
 // Scroll views: the finger, what follows when it leaves, both ends, and what the delegate hears.
 #include "desktop/uikit/scroll_view.h"
 
+#include <cmath>
+
 #include "tests/uikit/fixture.h"
 
 namespace uikit::test {
@@ -126,6 +128,7 @@ TEST_F(ScrollViewTest, theWheelNeverLeavesTheContent) {
     EXPECT_EQ(offset(), 600);
     EXPECT_TRUE(scroll_->scrollWheel({0, -5000}));
     EXPECT_EQ(offset(), 0);
+    EXPECT_FALSE(std::signbit(offset())) << "nobody is told of an offset of -0";
 }
 
 TEST_F(ScrollViewTest, aDisabledOneMovesByMessageAlone) {

@@ -215,6 +215,35 @@ TEST_F(SearchTest, textThatIsSetByMessageAsksNothing) {
     EXPECT_EQ(utf8(bar_->text().get()), "ad");
 }
 
+TEST_F(SearchTest, aScreenAboveTheSearchHasItsBarAndTheSearchIsThereAfterwards) {
+    bar_->type("ad");
+    const auto above = objc::Ref<ViewController>::make();
+    navigation_->pushViewControllerAnimated(above, true);
+    advance(1);
+    EXPECT_FALSE(navigation_->isNavigationBarHidden());
+    EXPECT_EQ(above->view()->frame().top(), 64);
+    EXPECT_EQ(firstResponder(), nullptr) << "what is typed there is not for a field out of sight";
+    navigation_->popViewControllerAnimated(true);
+    advance(1);
+    EXPECT_TRUE(navigation_->isNavigationBarHidden());
+    EXPECT_EQ(list_->frame().top(), 20);
+    EXPECT_TRUE(search_->isActive());
+    EXPECT_EQ(bar_->field()->text(), "ad");
+    bar_->cancel();
+    advance(1);
+    EXPECT_FALSE(navigation_->isNavigationBarHidden());
+}
+
+TEST_F(SearchTest, theBarOfAShortListCanBeScrolledOutOfSight) {
+    EXPECT_EQ(list_->greatestOffset(), 44);
+    list_->setContentOffset({0, 44});
+    list_->reloadData();
+    window().layoutIfNeeded();
+    EXPECT_EQ(list_->contentOffset().y, 44);
+    list_->setTableHeaderView(nullptr);
+    EXPECT_EQ(list_->greatestOffset(), 0);
+}
+
 TEST_F(SearchTest, theListComesBackToWhereItStood) {
     list_->setContentSize({320, 2000});
     list_->setContentOffset({0, 44});

@@ -45,6 +45,21 @@ TEST_F(SheetTest, aSheetStartsBelowTheWindowBeforeItsFirstFrame) {
     EXPECT_EQ(panel->displacement().y, 0);
 }
 
+TEST_F(SheetTest, theStatusBarIsAsDarkAsTheRest) {
+    const auto cornerOfScreen = [this] {
+        graphics::Image image({320, 568}, 1);
+        {
+            graphics::Canvas canvas(image);
+            canvas.fill({{}, {320, 568}}, Color::white());
+            window().renderScreen(canvas);
+        }
+        return image.pixel(319, 0);
+    };
+    const auto dark = cornerOfScreen();
+    sheet_->dismiss(-1, false);
+    EXPECT_NE(dark, cornerOfScreen());
+}
+
 TEST_F(SheetTest, theCancelButtonStandsApartAtTheFoot) {
     tap({160, 568 - 8 - 25});
     EXPECT_EQ(chosen_, Chosen{1});

@@ -175,8 +175,21 @@ TEST_F(TableTouchTest, aRowWithoutADetailButtonHasNoDetailsToOpen) {
 TEST_F(TableTouchTest, underEditTheDetailButtonOpensNothing) {
     table_->setEditing(true);
     EXPECT_FALSE(table_->tapAccessory(1, 0));
-    tap(cellAt(1)->pointToWindow(cellAt(1)->detailRect().centre()));
+    tap({290, 66});
     EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(TableTouchTest, underEditTheAccessoryIsAwayAndLeavesItsRoom) {
+    const auto own = objc::Ref<View>::make<"initWithFrame:">(Rect{{}, {30, 30}});
+    cellAt(1)->setAccessoryView(own);
+    EXPECT_GT(cellAt(0)->accessoryWidth(), 0);
+    table_->setEditing(true);
+    EXPECT_EQ(cellAt(0)->accessoryWidth(), 0);
+    EXPECT_TRUE(cellAt(0)->detailRect().isEmpty());
+    EXPECT_TRUE(own->isHidden());
+    table_->setEditing(false);
+    EXPECT_FALSE(own->isHidden());
+    EXPECT_FALSE(cellAt(0)->detailRect().isEmpty());
 }
 
 TEST_F(TableTouchTest, aSwipeOnAnotherRowTakesTheFirstDeleteButtonBackAndIsNothingElse) {

@@ -8,26 +8,20 @@
 namespace quorvel {
 namespace {
 
-struct Person {
-    const char* name;
-    const char* address;
-    const char* label;
-    const char* location;
-};
-constexpr Person people[] = {
-    {"Anna Berg", "+493012345601", "mobile", "Berlin"},
-    {"Jonas Weiß", "+498912345602", "home", "München"},
-    {"Мария Соколова", "+74951234567", "mobile", "Москва"},
-    {"Lucía Fernández", "+34911234568", "work", "Madrid"},
-    {"ليلى حداد", "+96112345670", "mobile", ""},
-    {"Thomas Albrecht", "+494012345603", "work", "Hamburg"},
-    {"Ines Moreau", "+33112345671", "mobile", "Paris"},
-    {"Oliver Grant", "+442012345672", "mobile", "London"},
-    {"Sofia Lindqvist", "+46812345673", "home", "Stockholm"},
-    {"Mum ❤", "+493012345609", "home", "Berlin"},
-    {"Dr. Petra Hollmann-Winterfeld", "+493012345610", "work", "Berlin"},
-    {"Matteo Ricci", "matteo.ricci@example.org", "home", ""},
-    {"Kenji", "kenji@example.net", "other", ""},
+constexpr MadeUpPerson people[] = {
+    {"", "Anna", "Berg", "+493012345601", "mobile", "Berlin"},
+    {"", "Jonas", "Weiß", "+498912345602", "home", "München"},
+    {"", "Мария", "Соколова", "+74951234567", "mobile", "Москва"},
+    {"", "Lucía", "Fernández", "+34911234568", "work", "Madrid"},
+    {"", "ليلى", "حداد", "+96112345670", "mobile", ""},
+    {"", "Thomas", "Albrecht", "+494012345603", "work", "Hamburg"},
+    {"", "Ines", "Moreau", "+33112345671", "mobile", "Paris"},
+    {"", "Oliver", "Grant", "+442012345672", "mobile", "London"},
+    {"", "Sofia", "Lindqvist", "+46812345673", "home", "Stockholm"},
+    {"", "Mum ❤", "", "+493012345609", "home", "Berlin"},
+    {"Dr.", "Petra", "Hollmann-Winterfeld", "+493012345610", "work", "Berlin"},
+    {"", "Matteo", "Ricci", "matteo.ricci@example.org", "home", ""},
+    {"", "Kenji", "", "kenji@example.net", "other", ""},
 };
 constexpr std::uint64_t unknownNumbers = 40;
 
@@ -53,6 +47,13 @@ std::size_t pickPerson(Numbers& numbers) {
     return std::min(first, second);
 }
 
+std::string nameOf(const MadeUpPerson& person) {
+    std::string name;
+    for (const char* part : {person.prefix, person.firstName, person.lastName})
+        if (*part) name += (name.empty() ? "" : " ") + std::string(part);
+    return name;
+}
+
 void addParty(store::NewCall& call, Numbers& numbers) {
     if (numbers.chance(18)) {
         call.address = "+4930555" + std::to_string(10000 + numbers.below(unknownNumbers));
@@ -61,9 +62,9 @@ void addParty(store::NewCall& call, Numbers& numbers) {
     }
     if (numbers.chance(2)) return;  // withheld
     const std::size_t index = pickPerson(numbers);
-    const Person& person = people[index];
+    const MadeUpPerson& person = people[index];
     call.address = person.address;
-    call.name = person.name;
+    call.name = nameOf(person);
     call.label = person.label;
     call.location = person.location;
     call.contactId = static_cast<std::int32_t>(index) + 1;
@@ -82,6 +83,8 @@ void addKind(store::NewCall& call, Numbers& numbers) {
 }
 
 }  // namespace
+
+std::span<const MadeUpPerson> madeUpPeople() { return people; }
 
 void generateCalls(const GenerateOptions& options, const std::function<bool(const store::NewCall&)>& take) {
     Numbers numbers(options.seed);

@@ -3,10 +3,22 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 
 #include "desktop/quorvel/store/call.h"
 
 namespace quorvel {
+
+/// Somebody who is called: the contact of their calls is their place in the list, counted from 1.
+struct MadeUpPerson {
+    const char* prefix;
+    const char* firstName;
+    const char* lastName;
+    const char* address;  ///< a number or an e-mail address
+    const char* label;    ///< mobile, home, work or other
+    const char* location;
+};
+std::span<const MadeUpPerson> madeUpPeople();
 
 struct GenerateOptions {
     std::int64_t calls = 400;

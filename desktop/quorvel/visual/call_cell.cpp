@@ -22,6 +22,7 @@ constexpr double titleRise = 9;
 constexpr double subtitleFall = 10;
 
 const Font titleFont = Font::system(16, Weight::Semibold);
+constexpr double smallestTitle = 14;
 const Font countFont = Font::system(15);
 const Font subtitleFont = Font::system(12.5);
 const Font sideFont = Font::system(13);
@@ -109,6 +110,12 @@ void CallCell::draw(graphics::Canvas& canvas) {
         drawCall(canvas, content.size);
 }
 
+/// Without an accessory the margin of the rows is kept.
+double CallCell::textEdge(uikit::Size size) const {
+    constexpr double margin = 15;
+    return accessoryWidth() > 0 ? size.width : size.width - margin;
+}
+
 void CallCell::drawCall(graphics::Canvas& canvas, uikit::Size size) const {
     const RowText& text = row();
     const double middle = size.height / 2;
@@ -119,11 +126,13 @@ void CallCell::drawCall(graphics::Canvas& canvas, uikit::Size size) const {
         drawContactPicture(canvas, circle, picture_, text.initials, facts_.contact);
         left += pictureSide + pictureGap;
     }
-    const double right = size.width - drawSide(canvas, text.side, size.width, middle, sideFont);
+    const double edge = textEdge(size);
+    const double right = edge - drawSide(canvas, text.side, edge, middle, sideFont);
     const double titleMiddle = text.subtitle.empty() ? middle : middle - titleRise;
     const double countWidth = text.count.empty() ? 0 : textWidth(text.count, countFont) + smallGap;
     const uikit::Color color = titleColor(facts_.direction);
-    const double end = drawLine(canvas, text.title, {left, titleMiddle}, right - countWidth, titleFont, color);
+    const Font fitted = fittedFont(text.title, titleFont, smallestTitle, right - countWidth - left);
+    const double end = drawLine(canvas, text.title, {left, titleMiddle}, right - countWidth, fitted, color);
     if (countWidth > 0) drawLine(canvas, text.count, {end + smallGap, titleMiddle}, right, countFont, color);
     double subtitleLeft = left;
     if (facts_.faceTime) subtitleLeft = drawFaceTime(canvas, facts_.faceTimeVideo, {left, middle + subtitleFall});
@@ -151,9 +160,7 @@ void CallCell::drawHistory(graphics::Canvas& canvas, uikit::Size size) const {
     const RowText& text = row();
     const double middle = size.height / 2;
     drawDirection(canvas, facts_.direction, {{symbolLeft, middle - symbolSide / 2}, {symbolSide, symbolSide}});
-    // Without an accessory the margin of the rows is kept.
-    constexpr double margin = 15;
-    const double edge = accessoryWidth() > 0 ? size.width : size.width - margin;
+    const double edge = textEdge(size);
     const double right = edge - drawSide(canvas, text.side, edge, middle, sideFont);
     drawLine(canvas, text.title, {textLeft, middle - titleRise}, right, Font::system(15, Weight::Medium),
              titleColor(facts_.direction));

@@ -35,6 +35,7 @@ class CallCell : public uikit::TableViewCell {
     void refresh();
     void lookUpPicture();
     const RowText& row() const;
+    double textEdge(uikit::Size size) const;
     void drawCall(graphics::Canvas& canvas, uikit::Size size) const;
     void drawDay(graphics::Canvas& canvas, uikit::Size size) const;
     void drawHistory(graphics::Canvas& canvas, uikit::Size size) const;

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <vector>
 
 #include "desktop/graphics/icons.h"
 #include "desktop/graphics/text.h"
@@ -33,24 +34,22 @@ bool standsAlone(UChar32 letter) {
 
 std::string initialsOf(const std::string& name) {
     const auto text = icu::UnicodeString::fromUTF8(name);
-    icu::UnicodeString first;
-    icu::UnicodeString last;
-    bool atWord = true;
-    bool alone = false;
-    for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
-        const UChar32 letter = text.char32At(i);
-        if (u_isUWhiteSpace(letter) || letter == '-') {
-            atWord = true;
-        } else if (atWord) {
-            atWord = false;
-            if (!u_isalpha(letter)) continue;
-            (first.isEmpty() ? first : last) = icu::UnicodeString(letter);
-            if (last.isEmpty()) alone = standsAlone(letter);
-        }
+    std::vector<UChar32> letters;
+    std::vector<UChar32> ofTitles;  // "Dr.", "Mrs."
+    for (std::int32_t start = 0; start < text.length();) {
+        std::int32_t end = start;
+        while (end < text.length() && !u_isUWhiteSpace(text.char32At(end))) ++end;
+        if (end > start && u_isalpha(text.char32At(start)))
+            (end - start > 2 && text.charAt(end - 1) == '.' ? ofTitles : letters).push_back(text.char32At(start));
+        start = end + 1;
     }
+    if (letters.empty()) letters = ofTitles;
+    if (letters.empty()) return {};
     std::string result;
-    if (alone) return first.toUTF8String(result);
-    return (first + last).toUpper().toUTF8String(result);
+    icu::UnicodeString initials(letters.front());
+    if (standsAlone(letters.front())) return initials.toUTF8String(result);
+    if (letters.size() > 1) initials += letters.back();
+    return initials.toUpper().toUTF8String(result);
 }
 
 void drawContactPicture(graphics::Canvas& canvas, const graphics::Rect& circle, const graphics::Image& image,

@@ -2,6 +2,7 @@
 #include "desktop/quorvel/visual/row_parts.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "desktop/graphics/icons.h"
 
@@ -46,6 +47,14 @@ void drawDirection(graphics::Canvas& canvas, Direction direction, const graphics
 
 double textWidth(const std::string& text, const Font& font) {
     return text.empty() ? 0 : graphics::measureText(text, lineStyle(font)).width;
+}
+
+graphics::Font fittedFont(const std::string& text, graphics::Font font, double smallest, double width) {
+    const double needed = textWidth(text, font);
+    if (needed <= width) return font;
+    constexpr double step = 0.5;
+    font.size = std::max(smallest, std::floor(font.size * width / needed / step) * step);
+    return font;
 }
 
 double drawLine(graphics::Canvas& canvas, const std::string& text, graphics::Point start, double right,

@@ -15,6 +15,8 @@ graphics::Color titleColor(Direction direction);
 void drawDirection(graphics::Canvas& canvas, Direction direction, const graphics::Rect& rect);
 
 double textWidth(const std::string& text, const graphics::Font& font);
+/// The font, made smaller in half points down to `smallest` where the text would be cut at that width.
+graphics::Font fittedFont(const std::string& text, graphics::Font font, double smallest, double width);
 /// One line from `start`, at half of its height, cut with an ellipsis at `right`. Answers where it ends.
 double drawLine(graphics::Canvas& canvas, const std::string& text, graphics::Point start, double right,
                 const graphics::Font& font, const graphics::Color& color);
