@@ -11,7 +11,11 @@ namespace {
 using tools::CallKind;
 using tools::parseInteger;
 using tools::parseKind;
-using tools::parseTime;
+
+std::optional<std::int64_t> parseTime(std::string_view text) {
+    tools::LocalClock clock;
+    return tools::parseTime(text, clock);
+}
 
 constexpr std::int64_t noon = 1718452800;  // 15 June 2024, 12:00 UTC
 

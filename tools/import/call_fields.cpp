@@ -91,7 +91,7 @@ std::optional<std::int64_t> parseInteger(std::string_view text) {
     return value;
 }
 
-std::optional<std::int64_t> parseTime(std::string_view text) {
+std::optional<std::int64_t> parseTime(std::string_view text, LocalClock& clock) {
     if (const auto seconds = parseInteger(text)) return seconds;
     Scanner scanner(text);
     std::tm time{};
@@ -106,10 +106,7 @@ std::optional<std::int64_t> parseTime(std::string_view text) {
     time.tm_mday = *day;
     if (!isDate(time)) return std::nullopt;
     if (!scanner.atEnd() && (!scanner.accept("Tt ") || !readClock(scanner, time))) return std::nullopt;
-    if (scanner.atEnd()) {
-        time.tm_isdst = -1;
-        return static_cast<std::int64_t>(std::mktime(&time));
-    }
+    if (scanner.atEnd()) return clock.secondsOf(time);
     scanner.accept(" ");
     const auto offset = readOffset(scanner);
     if (!offset || !scanner.atEnd()) return std::nullopt;

@@ -132,14 +132,14 @@ const CsvField& CsvImporter::field(const CsvRecord& record, Column column) const
     return found == columns_.end() ? none : record.fields[found->second];
 }
 
-std::variant<NewCall, CsvImporter::Wrong> CsvImporter::callOf(const CsvRecord& record) const {
+std::variant<NewCall, CsvImporter::Wrong> CsvImporter::callOf(const CsvRecord& record) {
     NewCall call;
     call.address = field(record, Column::Address).text;
     call.name = field(record, Column::Name).text;
     call.location = field(record, Column::Location).text;
 
     const auto& date = field(record, Column::Date);
-    const auto time = parseTime(date.text);
+    const auto time = parseTime(date.text, clock_);
     if (!time)
         return Wrong{date.place, quoted(date.text) +
                                      " is no date. It has to be in seconds since 1970, or as in "

@@ -7,6 +7,7 @@
 
 #include "tools/csv/csv_reader.h"
 #include "tools/import/importer.h"
+#include "tools/import/local_clock.h"
 
 namespace tools {
 
@@ -32,12 +33,13 @@ class CsvImporter : public Importer {
     std::optional<Complaint> takeColumns(const CsvRecord& header);
     /// The file can no longer be read.
     Complaint readError();
-    std::variant<quorvel::store::NewCall, Wrong> callOf(const CsvRecord& record) const;
+    std::variant<quorvel::store::NewCall, Wrong> callOf(const CsvRecord& record);
     const CsvField& field(const CsvRecord& record, Column column) const;
 
     std::ifstream stream_;
     std::uint64_t size_;
     CsvReader reader_;
+    LocalClock clock_;
     std::map<Column, std::size_t> columns_;
     std::size_t columnCount_ = 0;
     bool headerRead_ = false;
