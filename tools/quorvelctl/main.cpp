@@ -15,9 +15,9 @@ int main(int argumentCount, char** arguments) {
     program.add_option("--data", session.dataOption, "Folder of one handset (default: the user's own)")
         ->type_name("DIR");
     program.fallthrough();
-    for (auto* add :
-         {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet, tools::addNotify,
-          tools::addContacts, tools::addDeleted, tools::addUndelete, tools::addBackup, tools::addRestore})
+    for (auto* add : {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet,
+                      tools::addNotify, tools::addContacts, tools::addDeleted, tools::addUndelete, tools::addBackup,
+                      tools::addRestore, tools::addDoctor})
         add(program, session);
     try {
         program.parse(argumentCount, arguments);

@@ -149,14 +149,22 @@ std::string SettingsStore::text(std::string_view key) const {
     return std::to_string(value(key));
 }
 
-std::vector<std::string> SettingsStore::objections() const {
-    std::vector<std::string> sentences;
+std::vector<const SettingDescription*> SettingsStore::unusable() const {
+    std::vector<const SettingDescription*> found;
     for (const auto& setting : settingDescriptions()) {
         if (!stored(setting)) continue;
         if (setting.isText() ? storedText(setting).has_value() : storedNumber(setting).has_value()) continue;
-        const std::string usual = text(setting.key);
-        sentences.push_back("The value of " + std::string(setting.key) + " in " + file_.string() + " is not " +
-                            acceptedValues(setting) + "; " + (usual.empty() ? "the locale's" : usual) + " is used.");
+        found.push_back(&setting);
+    }
+    return found;
+}
+
+std::vector<std::string> SettingsStore::objections() const {
+    std::vector<std::string> sentences;
+    for (const auto* setting : unusable()) {
+        const std::string usual = text(setting->key);
+        sentences.push_back("The value of " + std::string(setting->key) + " in " + file_.string() + " is not " +
+                            acceptedValues(*setting) + "; " + (usual.empty() ? "the locale's" : usual) + " is used.");
     }
     return sentences;
 }

@@ -33,6 +33,9 @@ class SettingsStore {
     /// A sentence for each value in the file that cannot be used, and for which the usual one stands in.
     std::vector<std::string> objections() const;
 
+    /// The settings whose value in the file cannot be used.
+    std::vector<const SettingDescription*> unusable() const;
+
     /// Sets one key and writes the file, whole or not at all; keys that are not ours are kept. Answers what is wrong
     /// with the key or the value, or why the file cannot be read or written; nothing has changed then.
     std::optional<std::string> set(std::string_view key, std::string_view text);

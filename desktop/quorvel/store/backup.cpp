@@ -2,14 +2,10 @@
 // log then takes over its rows in one transaction, so that an open connection simply sees the next state.
 #include "desktop/quorvel/store/backup.h"
 
-#include <signal.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <charconv>
 #include <ctime>
 
 #include "desktop/quorvel/store/care.h"
+#include "desktop/quorvel/store/log_files.h"
 #include "desktop/quorvel/store/page_copy.h"
 #include "desktop/quorvel/store/schema.h"
 
@@ -17,16 +13,6 @@ namespace quorvel::store {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path with(fs::path path, const std::string& suffix) {
-    path += suffix;
-    return path;
-}
-
-bool isThere(const fs::path& path) {
-    std::error_code ignored;
-    return fs::exists(path, ignored);
-}
 
 void requireTwoFiles(const fs::path& backup, const fs::path& log) {
     std::error_code ignored;
@@ -56,46 +42,6 @@ void requireFree(const fs::path& file, Existing existing) {
             {ErrorKind::badInput, "The database " + file.string() + " is in use by a program. Name another file."}};
     }
 }
-
-std::int64_t momentOf(const OpenOptions& options) { return options.clock ? options.clock() : std::time(nullptr); }
-
-/// A free name that says when the log was replaced.
-fs::path formerName(const fs::path& log, std::int64_t moment) {
-    const auto time = static_cast<std::time_t>(moment);
-    std::tm local{};
-    localtime_r(&time, &local);
-    char when[32];
-    const std::string text(when, std::strftime(when, sizeof when, "%Y-%m-%d-%H%M%S", &local));
-    fs::path name = with(log, ".before-" + text);
-    for (int number = 2; isThere(name); ++number) name = with(log, ".before-" + text + '-' + std::to_string(number));
-    return name;
-}
-
-/// The copy beside the log. Those that killed processes have left go with it.
-class Staging {
-  public:
-    explicit Staging(const fs::path& log) : file_(with(log, ending + std::to_string(getpid()))) {
-        const std::string beginning = with(log.filename(), ending).string();
-        std::error_code ignored;
-        for (const auto& entry : fs::directory_iterator(fs::absolute(log).parent_path(), ignored)) {
-            const std::string name = entry.path().filename().string();
-            if (!name.starts_with(beginning)) continue;
-            int process = 0;
-            std::from_chars(name.data() + beginning.size(), name.data() + name.size(), process);
-            const bool isAbandoned = process > 0 && ::kill(process, 0) != 0 && errno == ESRCH;
-            if (isAbandoned) fs::remove(entry.path(), ignored);
-        }
-        removeDatabase(file_);
-    }
-    ~Staging() { removeDatabase(file_); }
-    Staging(const Staging&) = delete;
-    Staging& operator=(const Staging&) = delete;
-    const fs::path& file() const { return file_; }
-
-  private:
-    static constexpr const char* ending = ".restoring-";
-    fs::path file_;
-};
 
 /// The backup's contents in the staging file, of this version, sound and in agreement with themselves. Answers what
 /// had to be put right.
@@ -166,7 +112,7 @@ Restored replaceContents(const fs::path& path, const fs::path& staging, const Ba
     Restored restored;
     // In the same transaction: no call can come between the copy that is kept and the change.
     if (log.integerOf("select exists (select 1 from main.call) or exists (select 1 from main.deleted)") != 0) {
-        restored.former = formerName(path, momentOf(options.log));
+        restored.former = formerName(path, "before", momentOf(options.log));
         Connection reading(path, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
         const Transaction moment(reading, Transaction::Kind::read);
         copyToFile(reading, restored.former, {});
@@ -177,25 +123,9 @@ Restored replaceContents(const fs::path& path, const fs::path& staging, const Ba
     return restored;
 }
 
-/// Where the log cannot be read any more, its file is replaced. What SQLite kept beside it goes first: it must not be
-/// taken for the new file's.
-Restored replaceFile(const fs::path& path, const fs::path& staging, const BackupOptions& options) {
-    Restored restored;
-    restored.wasDamaged = true;
-    restored.former = formerName(path, momentOf(options.log));
-    for (const char* suffix : {"-wal", "-shm"})
-        if (isThere(with(path, suffix))) renameOnDisk(with(path, suffix), with(restored.former, suffix));
-    std::error_code error;
-    fs::create_hard_link(path, restored.former, error);
-    if (error) fs::copy_file(path, restored.former, error);
-    if (error) {
-        throw Failure{{ErrorKind::unreadable,
-                       "The damaged log cannot be kept as " + restored.former.string() + ": " + error.message() + '.'}};
-    }
-    Connection copy(staging, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
-    restored.calls = copy.integerOf("select calls from total where filter = 1");
-    renameOnDisk(staging, path);
-    return restored;
+std::int64_t callsOf(const fs::path& staging) {
+    Connection copy(staging, Connection::Use::read, {}, {});
+    return copy.integerOf("select calls from total where filter = 1");
 }
 
 Error aboutTheBackup(const Error& error, const fs::path& backup) {
@@ -236,7 +166,9 @@ Result<Restored> restore(const fs::path& backup, const fs::path& log, const Back
             restored = replaceContents(log, staging.file(), options);
         } catch (const Failure& failure) {
             if (failure.error.kind != ErrorKind::damaged) throw;
-            restored = replaceFile(log, staging.file(), options);
+            restored.wasDamaged = true;
+            restored.calls = callsOf(staging.file());
+            restored.former = replaceLog(log, staging.file(), "before", momentOf(options.log));
         }
         restored.mended = std::move(mended);
         return restored;
