@@ -7,13 +7,14 @@ packagesToRun=(
     libobjc-12-dev libgnustep-base-dev libblocksruntime-dev libffi-dev
     libsdl2-dev libcairo2-dev libpango1.0-dev
     libsqlite3-dev libicu-dev libphonenumber-dev libasio-dev libcli11-dev libturbojpeg0-dev
+    libexpat1-dev libxml2-dev
     fonts-inter fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji tzdata
 )
 
 # What the tests and the benchmarks take beside that.
 packagesToTest=(
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
-    clang-format clang-19 libclang-rt-19-dev sqlite3 xvfb xauth
+    clang-format clang-19 libclang-rt-19-dev sqlite3 libxml2-utils xvfb xauth
 )
 
 # What the handset's images and package take.

@@ -65,6 +65,8 @@ void useEverything(CallStore& store) {
     ImportSession session = valueOf(store.beginImport());
     for (int at = 0; at < 1000; ++at) valueOf(session.add(maker.call()));
     valueOf(session.contains(maker.call()));
+    valueOf(session.beginSource());
+    valueOf(session.claim(maker.call()));
     valueOf(session.finish());
     valueOf(store.append(maker.call()));
     for (const Filter filter : allFilters) {

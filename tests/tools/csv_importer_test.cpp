@@ -19,7 +19,7 @@ class Importing : public testing::Test {
     std::vector<Complaint> complaints;
 
     void read(const std::string& text) {
-        tools::CsvImporter importer(directory_.write("calls.csv", text));
+        tools::CsvImporter importer(tools::InputFile(directory_.write("calls.csv", text)));
         for (;;) {
             auto item = importer.next();
             if (std::holds_alternative<Importer::End>(item)) return;

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
 
 #include "tools/import/call_fields.h"
 
@@ -44,29 +42,17 @@ std::string contradiction(CallKind kind, std::int64_t duration) {
 
 }  // namespace
 
-CsvImporter::CsvImporter(const std::filesystem::path& file)
-    : stream_(file, std::ios::binary), reader_([this](std::span<char> space) {
-          stream_.read(space.data(), static_cast<std::streamsize>(space.size()));
-          return static_cast<std::size_t>(stream_.gcount());
-      }) {
-    std::error_code unknown;
-    const auto size = std::filesystem::file_size(file, unknown);
-    size_ = unknown ? 0 : size;
-}
-
-double CsvImporter::progress() const {
-    return size_ == 0 ? 0 : std::min(1.0, static_cast<double>(reader_.bytesRead()) / static_cast<double>(size_));
-}
+CsvImporter::CsvImporter(InputFile file)
+    : file_(std::move(file)), reader_([this](std::span<char> space) { return file_.read(space); }) {}
 
 std::string CsvImporter::place() const { return placeText(place_); }
 
 Complaint CsvImporter::readError() {
     ended_ = true;
-    return {placeText(place_), "From here on the file cannot be read: " + std::string(std::strerror(errno)) + '.',
-            Complaint::Reach::File};
+    return {placeText(place_), file_.trouble(), Complaint::Reach::File};
 }
 
-std::variant<NewCall, Complaint, Importer::End> CsvImporter::next() {
+Importer::Item CsvImporter::next() {
     if (!headerRead_) {
         headerRead_ = true;
         if (auto complaint = readHeader()) {
@@ -77,7 +63,7 @@ std::variant<NewCall, Complaint, Importer::End> CsvImporter::next() {
     }
     if (ended_) return End{};
     auto read = reader_.next();
-    if (stream_.bad()) return readError();
+    if (!file_.trouble().empty()) return readError();
     if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
     const auto* record = std::get_if<CsvRecord>(&read);
     if (!record) return End{};
@@ -92,7 +78,7 @@ std::variant<NewCall, Complaint, Importer::End> CsvImporter::next() {
 
 std::optional<Complaint> CsvImporter::readHeader() {
     auto read = reader_.next();
-    if (stream_.bad()) return readError();
+    if (!file_.trouble().empty()) return readError();
     if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
     const auto* header = std::get_if<CsvRecord>(&read);
     if (!header) return complaintAt({}, "The file is empty. Its first line has to name the columns.");

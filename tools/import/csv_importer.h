@@ -1,12 +1,12 @@
 // Calls from comma-separated values.
 #pragma once
 
-#include <fstream>
 #include <map>
 #include <optional>
 
 #include "tools/csv/csv_reader.h"
 #include "tools/import/importer.h"
+#include "tools/import/input_file.h"
 #include "tools/import/local_clock.h"
 
 namespace tools {
@@ -15,10 +15,11 @@ namespace tools {
 /// contact and location. Other columns are passed over.
 class CsvImporter : public Importer {
   public:
-    explicit CsvImporter(const std::filesystem::path& file);
-    std::variant<quorvel::store::NewCall, Complaint, End> next() override;
+    explicit CsvImporter(InputFile file);
+    Item next() override;
     std::string place() const override;
-    double progress() const override;
+    double progress() const override { return file_.progress(); }
+    std::string format() const override { return "comma-separated values"; }
 
   private:
     enum class Column { Date, Address, Kind, Duration, FaceTime, Name, Contact, Location };
@@ -36,8 +37,7 @@ class CsvImporter : public Importer {
     std::variant<quorvel::store::NewCall, Wrong> callOf(const CsvRecord& record);
     const CsvField& field(const CsvRecord& record, Column column) const;
 
-    std::ifstream stream_;
-    std::uint64_t size_;
+    InputFile file_;
     CsvReader reader_;
     LocalClock clock_;
     std::map<Column, std::size_t> columns_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <variant>
@@ -21,21 +22,33 @@ struct Complaint {
     Reach reach = Reach::Call;
 };
 
-/// Reads its source and never writes to it; holds no more than a call's worth of it at a time.
+/// Reads its source and never writes to it, nor to its folder; holds no more than a few calls of it at a time.
 class Importer {
   public:
     virtual ~Importer() = default;
     struct End {};
+    using Item = std::variant<quorvel::store::NewCall, Complaint, End>;
     /// The next call, what is wrong with the next one, or the end. After a complaint of one call reading goes on
     /// behind it.
-    virtual std::variant<quorvel::store::NewCall, Complaint, End> next() = 0;
+    virtual Item next() = 0;
     /// Where the call that `next` answered last begins, as it follows the file's name.
     virtual std::string place() const = 0;
     /// How much of the source was read, from 0 to 1.
     virtual double progress() const = 0;
+    /// What the source is, as in "a backup of an Android phone's calls".
+    virtual std::string format() const = 0;
 };
 
-/// An importer for the file, or a sentence that says why it cannot be read.
-std::variant<std::unique_ptr<Importer>, std::string> openImporter(const std::filesystem::path& file);
+/// What the user says of comma-separated values whose header does not say enough.
+struct ImportOptions {
+    /// The fields that columns hold, by the columns' names.
+    std::map<std::string, std::string> columns;
+    /// Whether 1/2/2024 is in January.
+    bool monthFirst = false;
+};
+
+/// An importer for the file, chosen by its content, or a sentence that says why it cannot be read.
+std::variant<std::unique_ptr<Importer>, std::string> openImporter(const std::filesystem::path& file,
+                                                                  const ImportOptions& options = {});
 
 }  // namespace tools

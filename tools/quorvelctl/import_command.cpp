@@ -2,94 +2,26 @@
 #include <cstdio>
 #include <ctime>
 #include <memory>
-#include <optional>
 
 #include "desktop/quorvel/generate/generate.h"
 #include "desktop/quorvel/store/import_session.h"
-#include "tools/import/importer.h"
+#include "tools/quorvelctl/import_run.h"
 #include "tools/quorvelctl/progress_bar.h"
 #include "tools/quorvelctl/session.h"
 
 namespace tools {
 namespace {
 
-using quorvel::store::ErrorKind;
-using quorvel::store::ImportSession;
 using quorvel::store::NewCall;
 
-/// The import of some files as one.
-class Import {
-  public:
-    Import(ImportSession session, bool skipsBad) : session_(std::move(session)), skipsBad_(skipsBad) {}
-
-    /// False where the file ends the import; it has said why.
-    bool take(const std::string& file) {
-        auto opened = openImporter(file);
-        if (const auto* trouble = std::get_if<std::string>(&opened)) {
-            complain(*trouble + " Nothing was imported.");
-            return false;
-        }
-        auto& importer = *std::get<std::unique_ptr<Importer>>(opened);
-        ProgressBar bar("Importing " + file);
-        for (;;) {
-            auto item = importer.next();
-            if (std::holds_alternative<Importer::End>(item)) return true;
-            bar.show(importer.progress());
-            std::optional<Complaint> complaint;
-            if (auto* wrong = std::get_if<Complaint>(&item))
-                complaint = std::move(*wrong);
-            else
-                complaint = add(importer, std::get<NewCall>(item));
-            if (!complaint) continue;
-            bar.wipe();
-            if (!passesOver(file, *complaint)) return false;
-        }
-    }
-
-    /// Puts it all on disk; answers the status.
-    int finish() {
-        const auto written = session_.finish();
-        if (!written) return complain(written.error().message);
-        std::printf("%lld calls imported.\n", static_cast<long long>(*written));
-        if (skipped_ > 0) std::printf("%lld skipped.\n", static_cast<long long>(skipped_));
-        return succeeded;
-    }
-
-  private:
-    std::optional<Complaint> add(const Importer& importer, const NewCall& call) {
-        const auto added = session_.add(call);
-        if (added) return std::nullopt;
-        const auto& error = added.error();
-        const bool isOfTheCall = error.kind == ErrorKind::badInput;
-        return Complaint{importer.place(), error.message,
-                         isOfTheCall ? Complaint::Reach::Call : Complaint::Reach::File};
-    }
-    /// Says what is wrong; whether the import goes on without that call.
-    bool passesOver(const std::string& file, const Complaint& complaint) {
-        complain(file + ':' + complaint.place + ": " + complaint.what);
-        const bool isOfTheFile = complaint.reach == Complaint::Reach::File;
-        if (isOfTheFile)
-            complain("Nothing was imported.");
-        else if (!skipsBad_)
-            complain("Nothing was imported. Mend the file, or pass over what is wrong in it with --skip-bad.");
-        else
-            ++skipped_;
-        return skipsBad_ && !isOfTheFile;
-    }
-
-    ImportSession session_;
-    bool skipsBad_;
-    std::int64_t skipped_ = 0;
-};
-
-int import(Session& session, const std::vector<std::string>& files, bool skipsBad) {
+int import(Session& session, const std::vector<std::string>& files, const ImportRun::Options& options) {
     auto begun = session.calls().beginImport();
     if (!begun) return complain(begun.error().message);
-    Import run(*std::move(begun), skipsBad);
+    ImportRun run(*std::move(begun), options);
     for (const auto& file : files)
         if (!run.take(file)) return failed;
     const int status = run.finish();
-    return status == succeeded ? session.announce(databaseRestored) : status;
+    return run.hasChanged() ? session.announce(databaseRestored) : status;
 }
 
 int generate(Session& session, const quorvel::GenerateOptions& options) {
@@ -118,19 +50,23 @@ int generate(Session& session, const quorvel::GenerateOptions& options) {
 void addImport(CLI::App& program, Session& session) {
     struct Options {
         std::vector<std::string> files;
-        bool skipsBad = false;
+        ImportRun::Options run;
     };
     auto options = std::make_shared<Options>();
     auto* command = program.add_subcommand("import", "Adds the calls of files to the log, all of them or none");
-    command->add_option("FILE", options->files, "Comma-separated values with a header line")->required();
-    command->add_flag("--skip-bad", options->skipsBad, "Passes over wrong lines and counts them");
+    command->add_option("FILE", options->files, "A phone's database or backup, or comma-separated values")->required();
+    command->add_flag("--skip-bad", options->run.skipsBad, "Passes over wrong calls and counts them");
+    command->add_flag("--dry-run", options->run.isDry, "Says what would come from each file, and writes nothing");
     command->footer(
-        "The header line names the columns, in any order: date (seconds since 1970, or ISO 8601), address,\n"
-        "kind (dialled, received, missed or cancelled), duration (seconds); and perhaps facetime (audio or video),\n"
-        "name, contact, location.\n\n"
-        "Example:\n  quorvelctl import calls.csv");
+        "What a file is shows in its content, whatever its name: a handset's call_history.db or\n"
+        "CallHistory.storedata, Android's calllog.db or contacts2.db, the XML of \"SMS Backup & Restore\", a log of\n"
+        "this program, or comma-separated values. Calls that the log holds already are not added again.\n\n"
+        "The header line of comma-separated values names the columns, in any order: date (seconds since 1970, or\n"
+        "ISO 8601), address, kind (dialled, received, missed or cancelled), duration (seconds); and perhaps facetime\n"
+        "(audio or video), name, contact, location.\n\n"
+        "Examples:\n  quorvelctl import --dry-run calls-20240615.xml\n  quorvelctl import calls.csv");
     command->callback([&session, options] {
-        session.chosen = [&session, options] { return import(session, options->files, options->skipsBad); };
+        session.chosen = [&session, options] { return import(session, options->files, options->run); };
     });
 }
 

@@ -22,6 +22,16 @@ Result<bool> ImportSession::contains(const NewCall& call) const {
     return impl_->guardedWork([&] { return impl_->contains(call); });
 }
 
+Result<Done> ImportSession::beginSource() {
+    if (!impl_->isOpen()) return impl_->overError();
+    return impl_->guardedWork([&] { return impl_->beginSource(); });
+}
+
+Result<bool> ImportSession::claim(const NewCall& call) {
+    if (!impl_->isOpen()) return impl_->overError();
+    return impl_->guardedWork([&] { return impl_->claim(call); });
+}
+
 std::int64_t ImportSession::added() const { return impl_->added(); }
 
 Result<std::int64_t> ImportSession::finish() {

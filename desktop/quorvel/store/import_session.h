@@ -25,6 +25,12 @@ class ImportSession {
     /// Whether the log, with what this session added, holds a call of this address, date, duration and direction.
     Result<bool> contains(const NewCall& call) const;
 
+    /// From here on calls are claimed for another source.
+    Result<Done> beginSource();
+    /// Whether the log, as it was when the source began, holds a call of this address, date, duration and direction
+    /// that the source has not claimed before; it is claimed. So each call of the log stands for one of the source's.
+    Result<bool> claim(const NewCall& call);
+
     std::int64_t added() const;
 
     /// Puts all calls on disk at once and returns their number. The session is over, whatever the answer.

@@ -1,6 +1,9 @@
 // What an import holds while it is under way.
 #pragma once
 
+#include <bitset>
+#include <unordered_map>
+
 #include "desktop/quorvel/store/call_writer.h"
 #include "desktop/quorvel/store/care.h"
 #include "desktop/quorvel/store/import_session.h"
@@ -50,6 +53,36 @@ class ImportSession::Impl {
         return found.bind(5, std::int64_t{isOutgoing(call.flags)}).step();
     }
 
+    Done beginSource() {
+        claimed_.clear();
+        newestBefore_ = connection_->integerOf("select coalesce(max(ROWID), 0) from call");
+        return {};
+    }
+
+    bool claim(const NewCall& call) {
+        if (newestBefore_ == 0) return false;
+        // The days of the log may have been counted in another time zone, up to 26 hours away.
+        const std::int64_t day = days_.dayOf(call.date);
+        Statement& found = connection_->statement(
+            "select ROWID from call indexed by call_by_address where address = ?1 and datetime in (?2, ?3, ?4, ?5, ?6) "
+            "and date = ?7 and duration = ?8 and (flags & 1) = ?9");
+        const ResetLater later(found);
+        found.bind(1, call.address).bind(7, call.date).bind(8, std::int64_t{call.duration});
+        const std::string nearDays[] = {dayText(day - 2), dayText(day - 1), dayText(day), dayText(day + 1),
+                                        dayText(day + 2)};
+        for (int at = 0; at < 5; ++at) found.bind(2 + at, nearDays[at]);
+        found.bind(9, std::int64_t{isOutgoing(call.flags)});
+        while (found.step()) {
+            const std::int64_t rowId = found.integer(0);
+            if (rowId > newestBefore_) continue;
+            auto claimed = claimed_[rowId / claimedInBlock][static_cast<std::size_t>(rowId % claimedInBlock)];
+            if (claimed) continue;
+            claimed = true;
+            return true;
+        }
+        return false;
+    }
+
     std::int64_t finish() {
         if (added_ > 0) {
             writer_->settle();
@@ -65,11 +98,16 @@ class ImportSession::Impl {
     }
 
   private:
+    static constexpr std::int64_t claimedInBlock = 4096;
+
     std::unique_ptr<Connection> connection_;
     std::optional<Transaction> transaction_;
     std::optional<CallWriter> writer_;
     LocalDays days_;
     std::int64_t added_ = 0;
+    std::int64_t newestBefore_ = 0;
+    /// A bit for each row identifier, by blocks of them.
+    std::unordered_map<std::int64_t, std::bitset<claimedInBlock>> claimed_;
 };
 
 }  // namespace quorvel::store

@@ -1,0 +1,68 @@
+// Expat shows the elements; a call is its attributes.
+#include "tools/import/xml_importer.h"
+
+#include <expat.h>
+
+#include <new>
+
+#include "tools/import/raw_call.h"
+
+namespace tools {
+
+void XmlImporter::Free::operator()(XML_ParserStruct* parser) const { XML_ParserFree(parser); }
+
+XmlImporter::XmlImporter(InputFile file) : QueuedImporter(std::move(file)), parser_(XML_ParserCreate(nullptr)) {
+    if (!parser_) throw std::bad_alloc();
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(
+        parser_.get(),
+        [](void* self, const char* name, const char** attributes) {
+            static_cast<XmlImporter*>(self)->takeElement(name, attributes);
+        },
+        [](void* self, const char*) { --static_cast<XmlImporter*>(self)->depth_; });
+}
+
+std::string XmlImporter::line() const { return std::to_string(XML_GetCurrentLineNumber(parser_.get())); }
+
+void XmlImporter::take(std::string_view piece) { parse(mender_.mend(piece), false); }
+void XmlImporter::takeEnd() { parse(mender_.end(), true); }
+
+void XmlImporter::parse(std::string_view text, bool isLast) {
+    if (XML_Parse(parser_.get(), text.data(), static_cast<int>(text.size()), isLast) != XML_STATUS_ERROR) return;
+    const bool wasStopped = XML_GetErrorCode(parser_.get()) == XML_ERROR_ABORTED;
+    stop();
+    if (wasStopped) return;
+    const std::string why = XML_ErrorString(XML_GetErrorCode(parser_.get()));
+    found(line(), Complaint{line(),
+                            "From here on the file cannot be read: " + why +
+                                ". It may have been cut off; make the backup again.",
+                            Complaint::Reach::Call});
+}
+
+void XmlImporter::takeElement(std::string_view name, const char** attributes) {
+    ++depth_;
+    if (depth_ == 1) {
+        isOfCalls_ = name == "calls";
+        if (isOfCalls_) return;
+        const std::string what = name == "smses"
+                                     ? "The file holds messages, and no calls."
+                                     : "The file holds no calls: it begins with <" + std::string(name) + ">.";
+        found(line(), Complaint{line(), what, Complaint::Reach::File});
+        XML_StopParser(parser_.get(), XML_FALSE);
+        return;
+    }
+    if (depth_ != 2 || name != "call") return;
+    RawCall raw;
+    for (; attributes[0]; attributes += 2) {
+        const std::string_view value = attributes[1];
+        if (value != "null" && std::string_view(attributes[0]) != "readable_date")
+            raw.set(attributes[0], std::string(value));
+    }
+    auto call = callOfAndroid(std::move(raw));
+    if (auto* wrong = std::get_if<std::string>(&call))
+        found(line(), Complaint{line(), std::move(*wrong), Complaint::Reach::Call});
+    else
+        found(line(), std::get<quorvel::store::NewCall>(std::move(call)));
+}
+
+}  // namespace tools
