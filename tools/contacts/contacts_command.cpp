@@ -1,20 +1,16 @@
 // contacts: import, export and list them, and say whether programs may see them.
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include "desktop/addressbook/book.h"
 #include "desktop/addressbook/call_links.h"
 #include "desktop/addressbook/contact_vcard.h"
 #include "desktop/addressbook/names.h"
-#include "desktop/addressbook/numbers.h"
 #include "desktop/addressbook/vcard_writer.h"
-#include "desktop/notify/notify.h"
-#include "desktop/quorvel/settings/settings_store.h"
 #include "tools/contacts/contacts_import.h"
+#include "tools/contacts/open_contacts.h"
+#include "tools/export/output.h"
 #include "tools/quorvelctl/session.h"
 
 namespace tools {
@@ -23,25 +19,12 @@ namespace {
 using contacts::Book;
 using contacts::Property;
 
-/// Opens the contacts as the Phone does: with the user's region and language, and heard by whoever is open.
-int open(Session& session) {
-    quorvel::SettingsStore settings(session.directory().settings());
-    if (const auto trouble = settings.load()) complain(*trouble);
-    const std::string region = settings.text("region");
-    contacts::setHomeRegion(region.empty() ? contacts::regionOf(contacts::localeName()) : region);
-    const std::string language = settings.text("language");
-    contacts::setLanguage(language.empty() ? contacts::localeName() : language);
-    if (const auto failure = notify::openRendezvous(session.directory().notifications())) complain(failure->text);
-    if (const auto story = Book::shared().open(session.directory().contacts())) complain(*story);
-    return Book::shared().isOpen() ? succeeded : unusable;
-}
-
 void say(std::size_t count, const char* one, const char* several) {
     if (count > 0) std::printf("%zu %s\n", count, count == 1 ? one : several);
 }
 
 int importFiles(Session& session, const std::vector<std::string>& files, const std::string& charset) {
-    if (const int status = open(session); status != succeeded) return status;
+    if (const int status = openContacts(session); status != succeeded) return status;
     const std::vector<std::filesystem::path> paths(files.begin(), files.end());
     const auto done = importContacts(paths, charset, [](const std::string& line) { complain(line); });
     if (!done) return complain(done.error().message);
@@ -55,38 +38,21 @@ int importFiles(Session& session, const std::vector<std::string>& files, const s
     return succeeded;
 }
 
-/// Takes the place of the file once it is complete.
-int writeFile(const std::filesystem::path& file, const std::string& text) {
-    const std::filesystem::path unfinished = file.string() + ".unfinished";
-    std::ofstream stream(unfinished, std::ios::binary | std::ios::trunc);
-    stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    stream.close();
-    std::error_code error;
-    if (stream) std::filesystem::rename(unfinished, file, error);
-    if (stream && !error) return succeeded;
-    const std::string why = error ? error.message() : std::strerror(errno);
-    std::filesystem::remove(unfinished, error);
-    return complain("The file " + file.string() + " cannot be written: " + why + ". Name another one.");
-}
-
 int exportFile(Session& session, const std::string& file, vcard::Version version) {
-    if (const int status = open(session); status != succeeded) return status;
+    if (const int status = openContacts(session); status != succeeded) return status;
     auto all = *Book::shared().all();
     contacts::sortByName(all, contacts::NameOrder::lastName);
-    std::string cards;
+    Output output(file);
     for (auto& contact : all) {
         contact.picture = Book::shared().picture(contact.record);
-        cards += vcard::write(contacts::cardOf(contact), version);
+        output.write(vcard::write(contacts::cardOf(contact), version));
     }
-    if (!file.empty()) return writeFile(file, cards);
-    const bool isWritten =
-        std::fwrite(cards.data(), 1, cards.size(), stdout) == cards.size() && std::fflush(stdout) == 0;
-    return isWritten ? succeeded
-                     : complain("The contacts cannot be written: " + std::string(std::strerror(errno)) + ".");
+    const auto trouble = output.finish();
+    return trouble ? complain(*trouble) : succeeded;
 }
 
 int list(Session& session) {
-    if (const int status = open(session); status != succeeded) return status;
+    if (const int status = openContacts(session); status != succeeded) return status;
     auto all = *Book::shared().all();
     contacts::sortByName(all, contacts::NameOrder::lastName);
     for (const auto& contact : all) {
@@ -99,7 +65,7 @@ int list(Session& session) {
 }
 
 int allow(Session& session, bool isAllowed) {
-    if (const int status = open(session); status != succeeded) return status;
+    if (const int status = openContacts(session); status != succeeded) return status;
     const auto trouble = Book::shared().setAllowed(isAllowed);
     return trouble ? complain(*trouble) : succeeded;
 }

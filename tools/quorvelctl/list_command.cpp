@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 
+#include "tools/calls/selection.h"
 #include "tools/quorvelctl/session.h"
 #include "tools/quorvelctl/table.h"
 
@@ -12,13 +13,6 @@ namespace {
 using quorvel::store::CallRecord;
 using quorvel::store::Cursor;
 using quorvel::store::Filter;
-
-const char* kindText(const CallRecord& call) {
-    using namespace quorvel::store;
-    if (isDialled(call.flags, call.duration)) return "dialled";
-    if (isCancelled(call.flags, call.duration)) return "cancelled";
-    return isReceived(call.flags, call.duration) ? "received" : "missed";
-}
 
 const char* serviceText(const CallRecord& call) {
     if (!quorvel::store::isFaceTime(call.flags)) return "telephone";

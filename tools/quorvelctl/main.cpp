@@ -17,7 +17,7 @@ int main(int argumentCount, char** arguments) {
     program.fallthrough();
     for (auto* add : {tools::addImport, tools::addGenerate, tools::addList, tools::addGet, tools::addSet,
                       tools::addNotify, tools::addContacts, tools::addDeleted, tools::addUndelete, tools::addBackup,
-                      tools::addRestore, tools::addDoctor})
+                      tools::addRestore, tools::addDoctor, tools::addExport, tools::addStats})
         add(program, session);
     try {
         program.parse(argumentCount, arguments);

@@ -56,6 +56,8 @@ void addUndelete(CLI::App& program, Session& session);
 void addBackup(CLI::App& program, Session& session);
 void addRestore(CLI::App& program, Session& session);
 void addDoctor(CLI::App& program, Session& session);
+void addExport(CLI::App& program, Session& session);
+void addStats(CLI::App& program, Session& session);
 
 /// Announced where calls came or went by another way than a call: an import, a restored log.
 inline constexpr std::string_view databaseRestored = "QuorvelRestoreDatabaseNotification";
