@@ -9,37 +9,13 @@
 #include "desktop/graphics/window.h"
 #include "desktop/notify/notify.h"
 #include "desktop/phone/handset.h"
+#include "desktop/phone/keyboard.h"
 #include "desktop/phone/main_loop.h"
 #include "desktop/uikit/animation.h"
 #include "desktop/uikit/application.h"
 
 namespace phone {
 namespace {
-
-using EditingKey = uikit::Responder::EditingKey;
-
-std::optional<EditingKey> editingKey(graphics::KeyCode code) {
-    switch (code) {
-        case graphics::KeyCode::Backspace:
-            return EditingKey::Backspace;
-        case graphics::KeyCode::Delete:
-            return EditingKey::Delete;
-        case graphics::KeyCode::Left:
-            return EditingKey::Left;
-        case graphics::KeyCode::Right:
-            return EditingKey::Right;
-        case graphics::KeyCode::Home:
-            return EditingKey::Home;
-        case graphics::KeyCode::End:
-            return EditingKey::End;
-        case graphics::KeyCode::Return:
-            return EditingKey::Return;
-        case graphics::KeyCode::Escape:
-            return EditingKey::Escape;
-        default:
-            return std::nullopt;
-    }
-}
 
 class Events {
   public:
@@ -57,13 +33,8 @@ class Events {
     void operator()(const graphics::Scroll& scroll) {
         key().deliverWheel(scroll.point, {-scroll.distance.x, -scroll.distance.y});
     }
-    void operator()(const graphics::Key& pressed) {
-        auto* responder = uikit::firstResponder();
-        if (const auto code = editingKey(pressed.code); code && responder) responder->pressKey(*code);
-    }
-    void operator()(const graphics::Text& typed) {
-        if (auto* responder = uikit::firstResponder()) responder->insertText(typed.text);
-    }
+    void operator()(const graphics::Key& pressed) { pressKey(pressed.code); }
+    void operator()(const graphics::Text& typed) { typeText(typed.text); }
     void operator()(const graphics::Resized&) { exposed_ = true; }
     void operator()(const graphics::Exposed&) { exposed_ = true; }
     void operator()(const graphics::FocusChanged&) {}
@@ -77,13 +48,31 @@ class Events {
     std::optional<std::int64_t> finger_;
 };
 
+/// Has the desktop send typed text while there is somewhere to put it.
+class TextInput {
+  public:
+    void follow(graphics::Window& window) {
+        const auto area = typingArea();
+        if (area == std::exchange(area_, area)) return;
+        if (area)
+            window.beginTextInput(*area);
+        else
+            window.endTextInput();
+    }
+
+  private:
+    std::optional<uikit::Rect> area_;
+};
+
 }  // namespace
 
 std::string runInWindow(graphics::Window& window) {
     Events events;
+    TextInput textInput;
     const int descriptors[] = {dispatch::mainQueueWakeUp(), notify::descriptor()};
     while (!events.quit()) {
         turnMainLoop();
+        textInput.follow(window);
         if (events.exposed() || uikit::displayNeeded() || uikit::framesWanted())
             if (auto trouble = window.present(renderScreen(window.scale())); !trouble.empty()) return trouble;
         constexpr std::chrono::milliseconds frame(16);

@@ -44,6 +44,7 @@ objc::Object SearchBar::initWithFrame(Rect frame) {
     field_->setOnFocus([this] {
         if (listener_.began) listener_.began();
     });
+    field_->setOnEscape([this] { cancel(); });
     constexpr long systemType = 1;
     cancelButton_ = objc::Ref<Button>(objc::peerOf<Button>(Button::withType(objc::classOf<Button>(), systemType)));
     cancelButton_->setTitleForState(nsString("Cancel"), normalState);

@@ -24,6 +24,7 @@ class SearchField : public View {
     const std::string& placeholder() const { return placeholder_; }
     void setOnEdit(std::function<void()> edited) { edited_ = std::move(edited); }
     void setOnFocus(std::function<void()> focused) { focused_ = std::move(focused); }
+    void setOnEscape(std::function<void()> escaped) { escaped_ = std::move(escaped); }
 
     void draw(graphics::Canvas& canvas) override;
     bool touch(const Touch& touch) override;
@@ -46,6 +47,7 @@ class SearchField : public View {
     std::string placeholder_;
     std::function<void()> edited_;
     std::function<void()> focused_;
+    std::function<void()> escaped_;
 };
 
 class SearchBar : public View {

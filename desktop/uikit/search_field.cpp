@@ -96,6 +96,7 @@ void SearchField::edited() {
 }
 
 void SearchField::pressKey(EditingKey key) {
+    if (key == EditingKey::Escape && escaped_) return escaped_();
     if (key == EditingKey::Return) objc::send<"resignFirstResponder", bool>(object());
     if (editor_.press(key)) edited();
     setNeedsDisplay();

@@ -263,6 +263,8 @@ void TableView::drawAbove(graphics::Canvas& canvas) {
         if (style_ == grouped && place.row + 1 == sections_[static_cast<std::size_t>(place.section)].layout.rowCount())
             continue;
         const double y = cell->frame().bottom() - canvas.pixel();
+        const auto& header = sections_[static_cast<std::size_t>(place.section)].header;
+        if (header && y < header->frame().bottom()) continue;
         canvas.horizontalHairline(separatorInset, bounds().size.width, y, palette::separator);
     }
     if (style_ == grouped) drawGroupEdges(canvas);

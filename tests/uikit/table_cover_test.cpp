@@ -55,6 +55,18 @@ TEST_F(TableCoverTest, whatASearchFoundStaysInFrontWhenTheListIsLoadedAgain) {
     EXPECT_EQ(table_->subviews().back().get(), found.get());
 }
 
+TEST_F(TableCoverTest, noLineOfARowShowsThroughTheTitleAboveIt) {
+    table_->setContentOffset({0, 50});  // the first row ends in the middle of the title
+    window().layoutIfNeeded();
+    graphics::Image image({320, 568}, 1);
+    {
+        graphics::Canvas canvas(image);
+        table_->render(canvas);
+    }
+    for (int y = 0; y < 26; ++y) EXPECT_EQ(image.pixel(300, y), image.pixel(300, 5)) << y;
+    EXPECT_NE(image.pixel(300, 63), image.pixel(300, 62)) << "the second row's own line";
+}
+
 TEST_F(TableCoverTest, aTableUnderEditSelectsNothingUnlessItIsAskedTo) {
     table_->setEditing(true);
     EXPECT_FALSE(table_->tapRow(1, 0));

@@ -22,7 +22,7 @@ constexpr double titleRise = 9;
 constexpr double subtitleFall = 10;
 
 const Font titleFont = Font::system(16, Weight::Semibold);
-constexpr double smallestTitle = 14;
+constexpr double smallestTitle = 12.5;
 const Font countFont = Font::system(15);
 const Font subtitleFont = Font::system(12.5);
 const Font sideFont = Font::system(13);
