@@ -39,7 +39,7 @@ class Importing : public testing::Test {
     tools_tests::Directory directory_;
 };
 
-TEST_F(Importing, takesColumnsInAnyOrderAndPassesOverUnknownOnes) {
+TEST_F(Importing, takesColumnsInAnyOrderAndKeepsUnknownOnesBesideTheCall) {
     read(
         "Name,duration,note,KIND,facetime,contact,location,address,date\n"
         "\"Berg, Anna\",30,x,dialled,video,7,Berlin,+4930100,1718452800\n"
@@ -52,6 +52,8 @@ TEST_F(Importing, takesColumnsInAnyOrderAndPassesOverUnknownOnes) {
     EXPECT_EQ(calls[0].duration, 30);
     EXPECT_EQ(calls[0].contactId, 7);
     EXPECT_EQ(calls[0].flags, 1 | 16);
+    EXPECT_EQ(calls[0].extra, R"({"source":"csv","note":"x"})");
+    EXPECT_EQ(calls[1].extra, "");
     EXPECT_EQ(calls[1].flags, 16 | 32);
     EXPECT_EQ(calls[1].contactId, quorvel::store::noContact);
     EXPECT_EQ(calls[1].address, "");
@@ -63,7 +65,7 @@ TEST_F(Importing, namesTheFieldThatIsWrong) {
     expectComplaint(header + "-1,1,missed,0,,\n", "2:1", "outside the years");
     expectComplaint(header + "99999999999,1,missed,0,,\n", "2:1", "outside the years");
     expectComplaint(header + "1,1,lost,0,,\n", "2:5", "\"lost\" is no kind of call");
-    expectComplaint(header + "1,1,missed,0:30,,\n", "2:12", "\"0:30\" is no duration");
+    expectComplaint(header + "1,1,missed,a while,,\n", "2:12", "\"a while\" is no duration");
     expectComplaint(header + "1,1,received,-3,,\n", "2:14", "\"-3\" is no duration");
     expectComplaint(header + "1,1,missed,0,radio,\n", "2:14", "neither audio nor video");
     expectComplaint(header + "1,1,missed,0,,Anna\n", "2:15", "\"Anna\" is no contact");

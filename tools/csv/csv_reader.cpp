@@ -32,6 +32,21 @@ bool isCharacter(std::string_view bytes) {
 
 }  // namespace
 
+char delimiterOf(std::string_view text) {
+    std::size_t commas = 0, semicolons = 0, tabs = 0;
+    bool isQuoted = false;
+    for (const char letter : text) {
+        if (letter == '"') isQuoted = !isQuoted;
+        if (isQuoted) continue;
+        if (letter == '\n') break;
+        commas += letter == ',' ? 1 : 0;
+        semicolons += letter == ';' ? 1 : 0;
+        tabs += letter == '\t' ? 1 : 0;
+    }
+    if (semicolons > commas && semicolons >= tabs) return ';';
+    return tabs > commas ? '\t' : ',';
+}
+
 int CsvReader::peek() {
     if (at_ == filled_) {
         buffer_.resize(chunk);
@@ -96,7 +111,7 @@ std::variant<CsvRecord, CsvComplaint, CsvReader::End> CsvReader::next() {
             return complaint;
         }
         record.fields.push_back(std::move(field));
-        if (peek() != ',') break;
+        if (peek() != delimiter_) break;
         take();
     }
     record.end = place_;
@@ -105,7 +120,7 @@ std::variant<CsvRecord, CsvComplaint, CsvReader::End> CsvReader::next() {
 }
 
 std::string CsvReader::readField(CsvField& field) {
-    while (!atLineEnd() && peek() != ',') {
+    while (!atLineEnd() && peek() != delimiter_) {
         if (peek() == '"') {
             wrong_ = place_;
             return "A quotation mark stands inside a field without any around it. Put the whole field into quotation "
@@ -136,9 +151,10 @@ std::string CsvReader::readQuoted(CsvField& field) {
             break;
         }
     }
-    if (peek() == ',' || atLineEnd()) return {};
+    if (peek() == delimiter_ || atLineEnd()) return {};
     wrong_ = place_;
-    return "A comma or the end of the line has to follow the closing quotation mark.";
+    const char* what = delimiter_ == ',' ? "A comma" : delimiter_ == ';' ? "A semicolon" : "A tab";
+    return std::string(what) + " or the end of the line has to follow the closing quotation mark.";
 }
 
 std::string CsvReader::check(const CsvField& field) {

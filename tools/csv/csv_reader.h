@@ -34,6 +34,10 @@ struct CsvRecord {
     Place end;  ///< Just behind the last field.
 };
 
+/// The character between the fields of the first line: a comma, a semicolon or a tab, whichever stands there most often
+/// outside quotation marks.
+char delimiterOf(std::string_view text);
+
 /// Reads UTF-8 with or without a byte order mark; lines end in LF or CRLF, the last one perhaps in nothing; empty lines
 /// are passed over. Holds one record at a time, of at most a mebibyte.
 class CsvReader {
@@ -41,7 +45,7 @@ class CsvReader {
     /// Fills the buffer and answers how much it put there; 0 at the end. It throws what reading throws.
     using Source = std::function<std::size_t(std::span<char>)>;
 
-    explicit CsvReader(Source source) : source_(std::move(source)) {}
+    explicit CsvReader(Source source, char delimiter = ',') : source_(std::move(source)), delimiter_(delimiter) {}
 
     struct End {};
     /// The next record, or what is wrong with it. After a complaint reading goes on with the line below it.
@@ -64,6 +68,7 @@ class CsvReader {
     std::string check(const CsvField& field);
 
     Source source_;
+    char delimiter_;
     std::vector<char> buffer_;
     std::size_t at_ = 0;
     std::size_t filled_ = 0;

@@ -1,10 +1,8 @@
 // Calls from comma-separated values: the header, then a call a record.
 #include "tools/import/csv_importer.h"
 
-#include <algorithm>
-#include <array>
-
 #include "tools/import/call_fields.h"
+#include "tools/import/written_fields.h"
 
 namespace tools {
 namespace {
@@ -20,13 +18,6 @@ Complaint complaintAt(const Place& place, std::string what) {
 }
 std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
-    });
-    return text;
-}
-
 /// What contradicts the kind; empty where nothing does.
 std::string contradiction(CallKind kind, std::int64_t duration) {
     if (kind == CallKind::Missed && duration > 0)
@@ -40,10 +31,21 @@ std::string contradiction(CallKind kind, std::int64_t duration) {
     return {};
 }
 
+/// The letters of the head that a comma, a tab or a line's end can be among.
+char delimiterOfFile(InputFile& file) {
+    std::string head;
+    for (const char letter : file.head())
+        if (letter != '\0') head += letter;
+    return delimiterOf(head);
+}
+
 }  // namespace
 
-CsvImporter::CsvImporter(InputFile file)
-    : file_(std::move(file)), reader_([this](std::span<char> space) { return file_.read(space); }) {}
+CsvImporter::CsvImporter(InputFile file, ImportOptions options)
+    : file_(std::move(file)),
+      options_(std::move(options)),
+      text_(file_),
+      reader_([this](std::span<char> space) { return text_.read(space); }, delimiterOfFile(file_)) {}
 
 std::string CsvImporter::place() const { return placeText(place_); }
 
@@ -68,9 +70,9 @@ Importer::Item CsvImporter::next() {
     const auto* record = std::get_if<CsvRecord>(&read);
     if (!record) return End{};
     place_ = record->fields.front().place;
-    if (record->fields.size() != columnCount_)
+    if (record->fields.size() != columns_.count)
         return complaintAt(record->end, "The line has " + std::to_string(record->fields.size()) +
-                                            " fields, and the header line " + std::to_string(columnCount_) + '.');
+                                            " fields, and the header line " + std::to_string(columns_.count) + '.');
     auto call = callOf(*record);
     if (auto* wrong = std::get_if<Wrong>(&call)) return complaintAt(wrong->place, wrong->what);
     return std::get<NewCall>(std::move(call));
@@ -82,92 +84,136 @@ std::optional<Complaint> CsvImporter::readHeader() {
     if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
     const auto* header = std::get_if<CsvRecord>(&read);
     if (!header) return complaintAt({}, "The file is empty. Its first line has to name the columns.");
-    return takeColumns(*header);
-}
-
-std::optional<Complaint> CsvImporter::takeColumns(const CsvRecord& header) {
-    static const std::array<std::pair<const char*, Column>, 8> known{{{"date", Column::Date},
-                                                                      {"address", Column::Address},
-                                                                      {"kind", Column::Kind},
-                                                                      {"duration", Column::Duration},
-                                                                      {"facetime", Column::FaceTime},
-                                                                      {"name", Column::Name},
-                                                                      {"contact", Column::Contact},
-                                                                      {"location", Column::Location}}};
-    constexpr std::size_t needed = 4;
-    columnCount_ = header.fields.size();
-    for (std::size_t i = 0; i < columnCount_; ++i) {
-        const auto& name = header.fields[i];
-        const auto* found = std::find_if(known.begin(), known.end(),
-                                         [&](const auto& each) { return lowerCase(name.text) == each.first; });
-        if (found == known.end()) continue;
-        if (!columns_.emplace(found->second, i).second)
-            return complaintAt(name.place, "The column " + quoted(name.text) + " stands there twice.");
-    }
-    for (std::size_t i = 0; i < needed; ++i)
-        if (!columns_.contains(known[i].second))
-            return complaintAt(header.fields.front().place,
-                               "There is no column " + quoted(known[i].first) +
-                                   ". The first line has to name date, address, kind and duration.");
+    auto columns = CsvColumns::of(*header, options_.columns);
+    if (auto* wrong = std::get_if<Wrong>(&columns)) return complaintAt(wrong->place, std::move(wrong->what));
+    columns_ = std::get<CsvColumns>(std::move(columns));
     return std::nullopt;
 }
 
-const CsvField& CsvImporter::field(const CsvRecord& record, Column column) const {
+const CsvField& CsvImporter::field(const CsvRecord& record, CsvColumn column) const {
     static const CsvField none;
-    const auto found = columns_.find(column);
-    return found == columns_.end() ? none : record.fields[found->second];
+    const auto found = columns_.known.find(column);
+    return found == columns_.known.end() ? none : record.fields[found->second];
 }
 
 std::variant<NewCall, CsvImporter::Wrong> CsvImporter::callOf(const CsvRecord& record) {
     NewCall call;
-    call.address = field(record, Column::Address).text;
-    call.name = field(record, Column::Name).text;
-    call.location = field(record, Column::Location).text;
+    RawCall rest;
+    call.address = field(record, CsvColumn::Address).text;
+    call.name = field(record, CsvColumn::Name).text;
+    call.label = field(record, CsvColumn::Label).text;
+    call.location = field(record, CsvColumn::Location).text;
+    if (auto wrong = readDate(record, call)) return *std::move(wrong);
+    if (auto wrong = readKind(record, call, rest)) return *std::move(wrong);
+    if (auto wrong = readFaceTime(record, call)) return *std::move(wrong);
+    if (auto wrong = readFlags(record, call)) return *std::move(wrong);
+    if (auto wrong = readContact(record, call)) return *std::move(wrong);
+    readRest(record, call, rest);
+    return call;
+}
 
-    const auto& date = field(record, Column::Date);
-    const auto time = parseTime(date.text, clock_);
+CsvImporter::MaybeWrong CsvImporter::readDate(const CsvRecord& record, NewCall& call) {
+    const CsvField& date = field(record, CsvColumn::Date);
+    const CsvField& clock = field(record, CsvColumn::Time);
+    const std::string text = clock.text.empty() ? date.text : date.text + ' ' + clock.text;
+    const auto order = options_.monthFirst ? DateOrder::MonthFirst : DateOrder::DayFirst;
+    const auto time = parseWrittenTime(text, clock_, order);
     if (!time)
-        return Wrong{date.place, quoted(date.text) +
-                                     " is no date. It has to be in seconds since 1970, or as in "
-                                     "2024-06-15T12:00:00Z."};
+        return Wrong{date.place,
+                     quoted(text) +
+                         " is no date. It has to be in seconds since 1970, or as in 2024-06-15T12:00:00Z or "
+                         "15.06.2024 12:00. Where months stand before days, say --month-first."};
     if (*time < 0 || *time > latestDate)
-        return Wrong{date.place, quoted(date.text) + " lies outside the years 1970 to 2037."};
+        return Wrong{date.place, quoted(text) + " lies outside the years 1970 to 2037."};
     call.date = *time;
+    return std::nullopt;
+}
 
-    const auto& duration = field(record, Column::Duration);
-    const auto seconds = parseInteger(duration.text.empty() ? "0" : duration.text);
-    if (!seconds || *seconds < 0 || *seconds > INT32_MAX)
+CsvImporter::MaybeWrong CsvImporter::readKind(const CsvRecord& record, NewCall& call, RawCall& rest) const {
+    const CsvField& duration = field(record, CsvColumn::Duration);
+    const auto seconds = duration.text.empty() ? 0 : parseWrittenDuration(duration.text);
+    if (!seconds || *seconds > INT32_MAX)
         return Wrong{duration.place,
-                     quoted(duration.text) + " is no duration. It has to be a whole number of seconds."};
+                     quoted(duration.text) + " is no duration. It has to be in seconds, or as in 1:03 or 1m 3s."};
     call.duration = static_cast<std::int32_t>(*seconds);
-
-    const auto& kindField = field(record, Column::Kind);
-    const auto kind = parseKind(kindField.text);
+    const CsvField& written = field(record, CsvColumn::Kind);
+    const auto own = parseKind(written.text);
+    const auto kind = own ? own : parseWrittenKind(written.text);
     if (!kind)
-        return Wrong{kindField.place,
-                     quoted(kindField.text) + " is no kind of call. It is dialled, cancelled, received or missed."};
-    if (auto what = contradiction(*kind, *seconds); !what.empty()) return Wrong{duration.place, std::move(what)};
+        return Wrong{written.place,
+                     quoted(written.text) + " is no kind of call. It is dialled, cancelled, received or missed."};
     if (*kind == CallKind::Dialled || *kind == CallKind::Cancelled) call.flags |= flag::outgoing;
+    if (own) {
+        auto what = contradiction(*kind, *seconds);
+        return what.empty() ? std::nullopt : MaybeWrong(Wrong{duration.place, std::move(what)});
+    }
+    // Others count ringing, and messages left, as a duration.
+    const bool isAnswered = *kind == CallKind::Dialled || *kind == CallKind::Received;
+    if (!isAnswered && *seconds > 0) {
+        call.duration = 0;
+        rest.set("duration", duration.text);
+    }
+    const bool wasAnsweredInNoTime = isAnswered && *seconds == 0;
+    const bool isNumber = parseInteger(written.text).has_value();
+    if (wasAnsweredInNoTime || isNumber || saysMoreThanKind(written.text)) rest.set("kind", written.text);
+    return std::nullopt;
+}
 
-    const auto& faceTime = field(record, Column::FaceTime);
-    const auto service = lowerCase(faceTime.text);
+CsvImporter::MaybeWrong CsvImporter::readFaceTime(const CsvRecord& record, NewCall& call) const {
+    const CsvField& written = field(record, CsvColumn::FaceTime);
+    const std::string service = bareWord(written.text);
     if (service == "audio") call.flags |= flag::faceTime | flag::faceTimeAudio;
     if (service == "video") call.flags |= flag::faceTime;
-    if (!service.empty() && service != "audio" && service != "video")
-        return Wrong{faceTime.place, quoted(faceTime.text) +
-                                         " is neither audio nor video. Leave it empty for a call "
-                                         "by telephone."};
+    if (service.empty() || service == "audio" || service == "video") return std::nullopt;
+    return Wrong{written.place,
+                 quoted(written.text) + " is neither audio nor video. Leave it empty for a call by telephone."};
+}
 
-    const auto& contact = field(record, Column::Contact);
-    if (!contact.text.empty()) {
-        const auto number = parseInteger(contact.text);
-        if (!number || *number < 1 || *number > INT32_MAX)
-            return Wrong{contact.place, quoted(contact.text) +
-                                            " is no contact. It has to be the contact's number, "
-                                            "from 1 on, or empty."};
-        call.contactId = static_cast<std::int32_t>(*number);
+CsvImporter::MaybeWrong CsvImporter::readFlags(const CsvRecord& record, NewCall& call) const {
+    const CsvField& written = field(record, CsvColumn::Flags);
+    if (!written.text.empty()) {
+        const auto flags = parseInteger(written.text);
+        if (!flags || *flags < INT32_MIN || *flags > INT32_MAX)
+            return Wrong{written.place, quoted(written.text) + " are no flags. They are a whole number."};
+        const auto bits = static_cast<std::int32_t>(*flags);
+        const std::int32_t said = flag::outgoing | (columns_.known.contains(CsvColumn::FaceTime) ? flag::faceTime : 0) |
+                                  ((call.flags & flag::faceTime) != 0 ? flag::faceTimeAudio : 0);
+        if ((bits & said) != (call.flags & said))
+            return Wrong{written.place,
+                         "The flags contradict the kind or the service. Mend one of them, or leave the "
+                         "flags empty."};
+        call.flags = bits;
     }
-    return call;
+    const CsvField& bytes = field(record, CsvColumn::FaceTimeDataSize);
+    const auto size = bytes.text.empty() ? 0 : parseInteger(bytes.text);
+    if (!size || *size < INT32_MIN || *size > INT32_MAX)
+        return Wrong{bytes.place, quoted(bytes.text) + " is no number of bytes."};
+    call.faceTimeDataSize = static_cast<std::int32_t>(*size);
+    return std::nullopt;
+}
+
+CsvImporter::MaybeWrong CsvImporter::readContact(const CsvRecord& record, NewCall& call) const {
+    const CsvField& contact = field(record, CsvColumn::Contact);
+    if (contact.text.empty()) return std::nullopt;
+    const auto number = parseInteger(contact.text);
+    if (!number || *number < 0 || *number > INT32_MAX)
+        return Wrong{contact.place, quoted(contact.text) +
+                                        " is no contact. It has to be the contact's number, or empty. For a name, say "
+                                        "--map \"COLUMN=name\"."};
+    call.contactId = static_cast<std::int32_t>(*number);
+    return std::nullopt;
+}
+
+void CsvImporter::readRest(const CsvRecord& record, NewCall& call, RawCall& rest) const {
+    call.extra = field(record, CsvColumn::Extra).text;
+    bool hasAny = !rest.isEmpty();
+    for (const auto& [at, name] : columns_.others) {
+        hasAny = hasAny || !record.fields[at].text.empty();
+        rest.set(name, record.fields[at].text);
+    }
+    if (!hasAny) return;
+    if (!call.extra.empty()) rest.set("extra", call.extra);
+    call.extra = rest.rest("csv");
 }
 
 }  // namespace tools

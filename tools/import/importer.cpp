@@ -73,8 +73,7 @@ Opened openImporter(const std::filesystem::path& file, const ImportOptions& opti
     if (text.starts_with('<')) return std::make_unique<XmlImporter>(std::move(input));
     const bool isWide = head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF");
     if (!isWide && head.find('\0') != std::string_view::npos) return file.string() + " is no file of calls. " + known;
-    (void)options;
-    return std::make_unique<CsvImporter>(std::move(input));
+    return std::make_unique<CsvImporter>(std::move(input), options);
 }
 
 }  // namespace tools

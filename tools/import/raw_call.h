@@ -17,6 +17,7 @@ class RawCall {
   public:
     /// Puts the text in the place of one that the field had.
     void set(std::string name, std::string value);
+    bool isEmpty() const { return fields_.empty(); }
     /// The field's text, empty where there is none.
     const std::string& at(std::string_view name) const;
     /// The same, and the field is not part of the rest.

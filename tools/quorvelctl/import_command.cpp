@@ -5,6 +5,7 @@
 
 #include "desktop/quorvel/generate/generate.h"
 #include "desktop/quorvel/store/import_session.h"
+#include "tools/import/csv_columns.h"
 #include "tools/quorvelctl/import_run.h"
 #include "tools/quorvelctl/progress_bar.h"
 #include "tools/quorvelctl/session.h"
@@ -47,24 +48,59 @@ int generate(Session& session, const quorvel::GenerateOptions& options) {
 
 }  // namespace
 
+namespace {
+
+struct ImportArguments {
+    std::vector<std::string> files;
+    ImportRun::Options run;
+};
+
+/// Takes "COLUMN=FIELD" into the map; the sentence where it is none.
+std::string takeColumn(const std::string& said, std::map<std::string, std::string>& columns) {
+    const auto sign = said.rfind('=');
+    if (sign == std::string::npos || sign == 0) return '"' + said + "\" has to be COLUMN=FIELD.";
+    const std::string field = said.substr(sign + 1);
+    if (!csvColumnOf(field)) return '"' + field + "\" is no field. It is one of " + csvColumnNames() + '.';
+    columns[said.substr(0, sign)] = field;
+    return {};
+}
+
+void addColumnOptions(CLI::App& command, ImportArguments& arguments) {
+    auto& format = arguments.run.format;
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--map",
+            [&format](const std::vector<std::string>& all) {
+                for (const auto& said : all)
+                    if (auto wrong = takeColumn(said, format.columns); !wrong.empty())
+                        throw CLI::ValidationError("--map", wrong);
+            },
+            "Says what a column of comma-separated values holds")
+        ->type_name("COLUMN=FIELD")
+        ->expected(1)
+        ->take_all();
+    command.add_flag("--month-first", format.monthFirst, "Reads 6/7/2024 as the seventh of June");
+}
+
+}  // namespace
+
 void addImport(CLI::App& program, Session& session) {
-    struct Options {
-        std::vector<std::string> files;
-        ImportRun::Options run;
-    };
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ImportArguments>();
     auto* command = program.add_subcommand("import", "Adds the calls of files to the log, all of them or none");
     command->add_option("FILE", options->files, "A phone's database or backup, or comma-separated values")->required();
     command->add_flag("--skip-bad", options->run.skipsBad, "Passes over wrong calls and counts them");
     command->add_flag("--dry-run", options->run.isDry, "Says what would come from each file, and writes nothing");
+    addColumnOptions(*command, *options);
     command->footer(
         "What a file is shows in its content, whatever its name: a handset's call_history.db or\n"
         "CallHistory.storedata, Android's calllog.db or contacts2.db, the XML of \"SMS Backup & Restore\", a log of\n"
         "this program, or comma-separated values. Calls that the log holds already are not added again.\n\n"
-        "The header line of comma-separated values names the columns, in any order: date (seconds since 1970, or\n"
-        "ISO 8601), address, kind (dialled, received, missed or cancelled), duration (seconds); and perhaps facetime\n"
-        "(audio or video), name, contact, location.\n\n"
-        "Examples:\n  quorvelctl import --dry-run calls-20240615.xml\n  quorvelctl import calls.csv");
+        "The header line of comma-separated values names the columns, in any order: date (seconds since 1970,\n"
+        "ISO 8601, or as people write it), address, kind (dialled, received, missed or cancelled), duration; and\n"
+        "perhaps time, facetime (audio or video), name, label, contact, location. Names and kinds of other programs\n"
+        "are understood as well; --map says what they do not.\n\n"
+        "Examples:\n  quorvelctl import --dry-run calls-20240615.xml\n  quorvelctl import calls.csv\n"
+        "  quorvelctl import --map \"Gegenstelle=address\" --map \"Wie=kind\" anrufe.csv");
     command->callback([&session, options] {
         session.chosen = [&session, options] { return import(session, options->files, options->run); };
     });
