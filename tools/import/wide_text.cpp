@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "tools/text/utf8.h"
+
 namespace tools {
 namespace {
 
@@ -16,40 +18,20 @@ WideText::WideText(InputFile& file) : file_(file) {
     isWide_ = isBigEnd_ || file_.head().starts_with("\xFF\xFE");
 }
 
-void WideText::append(unsigned code) {
-    const auto put = [this](unsigned byte) { ready_ += static_cast<char>(byte); };
-    const auto follow = [&](unsigned bits) { put(0x80 | (bits & 0x3F)); };
-    if (code < 0x80) {
-        put(code);
-    } else if (code < 0x800) {
-        put(0xC0 | code >> 6);
-        follow(code);
-    } else if (code < 0x10000) {
-        put(0xE0 | code >> 12);
-        follow(code >> 6);
-        follow(code);
-    } else {
-        put(0xF0 | code >> 18);
-        follow(code >> 12);
-        follow(code >> 6);
-        follow(code);
-    }
-}
-
 void WideText::takeUnit(unsigned unit) {
     // The byte order mark.
     if (std::exchange(isFirst_, false)) return;
     const bool isSecond = unit >= 0xDC00 && unit <= 0xDFFF;
     const unsigned first = std::exchange(firstOfPair_, 0);
     if (first != 0 && isSecond) {
-        append(0x10000 + ((first - 0xD800) << 10) + (unit - 0xDC00));
+        appendUtf8(ready_, 0x10000 + ((first - 0xD800) << 10) + (unit - 0xDC00));
         return;
     }
-    if (first != 0) append(replacement);
+    if (first != 0) appendUtf8(ready_, replacement);
     if (unit >= 0xD800 && unit <= 0xDBFF)
         firstOfPair_ = unit;
     else
-        append(isSecond ? replacement : unit);
+        appendUtf8(ready_, isSecond ? replacement : unit);
 }
 
 std::size_t WideText::read(std::span<char> space) {
@@ -67,7 +49,7 @@ std::size_t WideText::read(std::span<char> space) {
             half_ = -1;
         }
         hasEnded_ = count == 0;
-        if (hasEnded_ && (firstOfPair_ != 0 || half_ >= 0)) append(replacement);
+        if (hasEnded_ && (firstOfPair_ != 0 || half_ >= 0)) appendUtf8(ready_, replacement);
     }
     const std::size_t count = ready_.copy(space.data(), space.size());
     ready_.erase(0, count);

@@ -16,7 +16,6 @@ class WideText {
     std::size_t read(std::span<char> space);
 
   private:
-    void append(unsigned code);
     void takeUnit(unsigned unit);
 
     InputFile& file_;
