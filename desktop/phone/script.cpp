@@ -83,18 +83,25 @@ std::string eraseCommand(const Arguments&, const ScriptHost&) { return erase(); 
 std::string keyCommand(const Arguments& words, const ScriptHost&) { return pressKey(words[0].text); }
 std::string cancelCommand(const Arguments&, const ScriptHost&) { return cancelSearch(); }
 
+/// What a person does first: the row comes into view. Answers whether there is something to wait for.
+using Preparation = bool (*)(const Arguments&);
+bool nothing(const Arguments&) { return false; }
+
 struct Entry {
     Command run;
     std::size_t fewest;  // words after the name
     std::size_t most;
     const char* usage;
+    Preparation prepare = nothing;
 };
 constexpr std::size_t any = 1000;
 const std::map<std::string, Entry> commands{
     {"wait", {wait, 0, 0, "wait"}},
     {"show", {show, 0, 0, "show"}},
-    {"tap", {tapCommand, 1, 2, "tap row N | detail N | segment N | scope N | tag N | left | right | back | \"TEXT\""}},
-    {"swipe", {swipeCommand, 1, 2, "swipe N [open | close]"}},
+    {"tap",
+     {tapCommand, 1, 2, "tap row N | detail N | segment N | scope N | tag N | left | right | back | \"TEXT\"",
+      bringTappedRowIntoView}},
+    {"swipe", {swipeCommand, 1, 2, "swipe N [open | close]", bringSwipedRowIntoView}},
     {"search", {searchCommand, 1, 1, "search \"TEXT\""}},
     {"type", {typeCommand, 1, 1, "type \"TEXT\""}},
     {"erase", {eraseCommand, 0, 0, "erase"}},
@@ -127,12 +134,16 @@ std::string runScriptLine(const std::string& line, const ScriptHost& host) {
     const bool settles = words.front().text != "now" || words.front().quoted;
     if (!settles) words.erase(words.begin());
     if (words.empty()) return "now wants a command after it";
+    if (!settles && words.front().text == "now") return "now stands once, before a command";
     const auto found = commands.find(words.front().text);
     if (found == commands.end())
         return "unknown command " + phone::quoted(words.front().text) + "; there are " + allNames();
     words.erase(words.begin());
     const Entry& entry = found->second;
     if (words.size() < entry.fewest || words.size() > entry.most) return std::string("usage: ") + entry.usage;
+    // What comes into view may load more, and the row may be another one then.
+    if (settles && entry.prepare(words))
+        if (auto trouble = settle()) return *trouble;
     if (auto wrong = entry.run(words, host); !wrong.empty()) return wrong;
     return settles ? settle().value_or("") : "";
 }

@@ -78,14 +78,36 @@ std::string tapText(const std::string& text) {
     return tapView(view) ? "" : phone::quoted(text) + " is out of reach";
 }
 
+bool isNumbered(const std::string& what) {
+    return what == "row" || what == "detail" || what == "segment" || what == "scope" || what == "tag";
+}
+
+bool bringIntoView(const std::string& row) {
+    auto* table = frontTable();
+    const auto number = wholeNumber(row);
+    const auto place = table && number ? rowPlace(table, *number) : std::nullopt;
+    if (!place) return false;
+    const double before = table->contentOffset().y;
+    table->scrollToRow(uikit::indexPath(*place), uikit::TableView::scrollNone, false);
+    return table->contentOffset().y != before;
+}
+
 }  // namespace
+
+bool bringTappedRowIntoView(const std::vector<Word>& words) {
+    const bool isRow = words.size() == 2 && (words[0].text == "row" || words[0].text == "detail");
+    return isRow && bringIntoView(words[1].text);
+}
+
+bool bringSwipedRowIntoView(const std::vector<Word>& words) { return bringIntoView(words[0].text); }
 
 std::string tap(const std::vector<Word>& words) {
     const Word& what = words[0];
     if (words.size() == 1) {
         if (what.quoted) return tapText(what.text);
         if (what.text == "left" || what.text == "right" || what.text == "back") return tapBar(what.text);
-        return "tap " + what.text + " wants a number, or a title in quotes";
+        if (isNumbered(what.text)) return "tap " + what.text + " wants a number";
+        return "cannot tap " + phone::quoted(what.text) + "; a title stands in quotes";
     }
     const auto index = wholeNumber(words[1].text);
     if (!index) return phone::quoted(words[1].text) + " is not a whole number";

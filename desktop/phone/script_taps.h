@@ -10,6 +10,9 @@ namespace phone {
 
 std::string tap(const std::vector<Word>& words);
 std::string swipe(const std::vector<Word>& words);
+/// Scroll the table to the row that the command is about. Answer whether it had to move.
+bool bringTappedRowIntoView(const std::vector<Word>& words);
+bool bringSwipedRowIntoView(const std::vector<Word>& words);
 std::string scroll(const Word& where);
 std::string search(const std::string& text);
 std::string cancelSearch();
