@@ -64,4 +64,12 @@ TEST(Contacts, cancellingTheFormLeavesTheNumberUnknown) {
     EXPECT_THAT(shown.linesOf("row 0 \"Ada"), IsEmpty());
 }
 
+TEST(Contacts, theFirstStartShowsPeopleWhoHaveCards) {
+    const Handset handset;
+    const auto shown = handset.runIn("XDG_DATA_HOME='" + handset.file("home").string() + '\'', "tap detail 0\nshow\n");
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(shown.linesOf("stack"), ElementsAre("stack PHRecentsViewController ABPersonViewController_Modern"));
+    EXPECT_THAT(shown.linesOf("card"), ElementsAre(HasSubstr("card \"")));
+}
+
 }  // namespace

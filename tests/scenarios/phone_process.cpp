@@ -27,12 +27,14 @@ std::string contentOf(const std::filesystem::path& file) {
 
 std::string quoted(const std::filesystem::path& path) { return '\'' + path.string() + '\''; }
 
-/// The Phone on that data directory, up to its script.
-std::string commandOf(const std::filesystem::path& directory, int seconds, const std::string& options) {
+constexpr int bound = 120;
+
+/// The Phone with these options, up to its script.
+std::string commandOf(int seconds, const std::string& options) {
     const char* const image = std::getenv("QUORVEL_TEST_PLUGIN");
     const bool other = image && *image && options.find("--no-plugin") == std::string::npos;
     return "LC_ALL=C.UTF-8 TZ=UTC exec timeout " + std::to_string(seconds) + ' ' + quoted(PHONE_PROGRAM) +
-           (other ? " --plugin " + quoted(image) : "") + " --data " + quoted(directory) + ' ' + options + " --script ";
+           (other ? " --plugin " + quoted(image) : "") + ' ' + options + " --script ";
 }
 
 }  // namespace
@@ -67,10 +69,17 @@ void Handset::fill(const std::vector<quorvel::store::NewCall>& calls) const {
 }
 
 Outcome Handset::run(const std::string& script, const std::string& options) const {
+    return carryOut(script, commandOf(bound, "--data " + quoted(directory_) + ' ' + options));
+}
+
+Outcome Handset::runIn(const std::string& environment, const std::string& script, const std::string& options) const {
+    return carryOut(script, environment + ' ' + commandOf(bound, options));
+}
+
+Outcome Handset::carryOut(const std::string& script, const std::string& phone) const {
     std::ofstream(file("script.txt")) << script;
-    constexpr int bound = 120;
-    const std::string command = commandOf(directory_, bound, options) + quoted(file("script.txt")) + " >" +
-                                quoted(file("out")) + " 2>" + quoted(file("errors")) + " </dev/null";
+    const std::string command = phone + quoted(file("script.txt")) + " >" + quoted(file("out")) + " 2>" +
+                                quoted(file("errors")) + " </dev/null";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(file("out")), contentOf(file("errors"))};
 }
@@ -79,8 +88,8 @@ LivePhone::LivePhone(const Handset& handset) : errors_(handset.file("errors")) {
     int in[2];
     int out[2];
     if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0) throw std::runtime_error("no pipes");
-    constexpr int bound = 600;
-    const std::string command = commandOf(handset.file(""), bound, "") + "- 2>" + quoted(errors_);
+    constexpr int longBound = 600;
+    const std::string command = commandOf(longBound, "--data " + quoted(handset.file(""))) + "- 2>" + quoted(errors_);
     process_ = fork();
     if (process_ == 0) {
         dup2(in[0], STDIN_FILENO);

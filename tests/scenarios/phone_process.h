@@ -33,9 +33,14 @@ class Handset {
     void fill(const std::vector<quorvel::store::NewCall>& calls) const;
     /// Runs the Phone; the reaper ends it after a minute.
     Outcome run(const std::string& script, const std::string& options = {}) const;
+    /// The same with settings of the environment, "NAME=VALUE ...", and no data directory but what they or the options
+    /// name.
+    Outcome runIn(const std::string& environment, const std::string& script, const std::string& options = {}) const;
     std::filesystem::path file(const std::string& name) const { return directory_ / name; }
 
   private:
+    Outcome carryOut(const std::string& script, const std::string& phone) const;
+
     std::filesystem::path directory_;
 };
 

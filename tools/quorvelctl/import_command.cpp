@@ -4,7 +4,9 @@
 #include <memory>
 
 #include "desktop/quorvel/generate/generate.h"
+#include "desktop/quorvel/generate/sample_contacts.h"
 #include "desktop/quorvel/store/import_session.h"
+#include "tools/contacts/open_contacts.h"
 #include "tools/import/csv_columns.h"
 #include "tools/quorvelctl/import_run.h"
 #include "tools/quorvelctl/progress_bar.h"
@@ -29,10 +31,15 @@ int generate(Session& session, const quorvel::GenerateOptions& options) {
     auto begun = session.calls().beginImport();
     if (!begun) return complain(begun.error().message);
     auto run = *std::move(begun);
+    // While the log is held, so that of several programs one alone adds the people.
+    if (const int status = openContacts(session); status != succeeded) return status;
+    const auto contacts = quorvel::SampleContacts::addTo(contacts::Book::shared());
+    if (!contacts) return complain(contacts.error().message);
     std::string trouble;
     {
         ProgressBar bar("Generating");
-        quorvel::generateCalls(options, [&](const NewCall& call) {
+        quorvel::generateCalls(options, [&](NewCall call) {
+            (*contacts).name(call);
             const auto added = run.add(call);
             if (!added) trouble = added.error().message;
             bar.show(static_cast<double>(run.added()) / static_cast<double>(options.calls));
@@ -108,7 +115,8 @@ void addImport(CLI::App& program, Session& session) {
 
 void addGenerate(CLI::App& program, Session& session) {
     auto options = std::make_shared<quorvel::GenerateOptions>();
-    auto* command = program.add_subcommand("generate", "Adds made-up calls, the same for the same seed and end");
+    auto* command = program.add_subcommand(
+        "generate", "Adds made-up calls, the same for the same seed and end, and their contacts");
     command->add_option("--calls", options->calls, "How many")->type_name("N")->check(CLI::Range(1, 100'000'000));
     command->add_option("--seed", options->seed, "Which ones")->type_name("S");
     command->add_option("--until", options->until, "When the newest was, in seconds since 1970 (default: now)")

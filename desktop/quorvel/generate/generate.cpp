@@ -2,27 +2,13 @@
 #include "desktop/quorvel/generate/generate.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string>
+
+#include "desktop/quorvel/generate/people.h"
 
 namespace quorvel {
 namespace {
 
-constexpr MadeUpPerson people[] = {
-    {"", "Anna", "Berg", "+493012345601", "mobile", "Berlin"},
-    {"", "Jonas", "Weiß", "+498912345602", "home", "München"},
-    {"", "Мария", "Соколова", "+74951234567", "mobile", "Москва"},
-    {"", "Lucía", "Fernández", "+34911234568", "work", "Madrid"},
-    {"", "ليلى", "حداد", "+96112345670", "mobile", ""},
-    {"", "Thomas", "Albrecht", "+494012345603", "work", "Hamburg"},
-    {"", "Ines", "Moreau", "+33112345671", "mobile", "Paris"},
-    {"", "Oliver", "Grant", "+442012345672", "mobile", "London"},
-    {"", "Sofia", "Lindqvist", "+46812345673", "home", "Stockholm"},
-    {"", "Mum ❤", "", "+493012345609", "home", "Berlin"},
-    {"Dr.", "Petra", "Hollmann-Winterfeld", "+493012345610", "work", "Berlin"},
-    {"", "Matteo", "Ricci", "matteo.ricci@example.org", "home", ""},
-    {"", "Kenji", "", "kenji@example.net", "other", ""},
-};
 constexpr std::uint64_t unknownNumbers = 40;
 
 /// A generator of our own (a 64-bit linear congruence with its high half mixed), so that every machine agrees.
@@ -42,16 +28,9 @@ class Numbers {
 
 /// Who is called: the first ones far more often than the last.
 std::size_t pickPerson(Numbers& numbers) {
-    const auto first = numbers.below(std::size(people));
-    const auto second = numbers.below(std::size(people));
+    const auto first = numbers.below(madeUpPeople().size());
+    const auto second = numbers.below(madeUpPeople().size());
     return std::min(first, second);
-}
-
-std::string nameOf(const MadeUpPerson& person) {
-    std::string name;
-    for (const char* part : {person.prefix, person.firstName, person.lastName})
-        if (*part) name += (name.empty() ? "" : " ") + std::string(part);
-    return name;
 }
 
 void addParty(store::NewCall& call, Numbers& numbers) {
@@ -62,7 +41,7 @@ void addParty(store::NewCall& call, Numbers& numbers) {
     }
     if (numbers.chance(2)) return;  // withheld
     const std::size_t index = pickPerson(numbers);
-    const MadeUpPerson& person = people[index];
+    const MadeUpPerson& person = madeUpPeople()[index];
     call.address = person.address;
     call.name = nameOf(person);
     call.label = person.label;
@@ -83,8 +62,6 @@ void addKind(store::NewCall& call, Numbers& numbers) {
 }
 
 }  // namespace
-
-std::span<const MadeUpPerson> madeUpPeople() { return people; }
 
 void generateCalls(const GenerateOptions& options, const std::function<bool(const store::NewCall&)>& take) {
     Numbers numbers(options.seed);
