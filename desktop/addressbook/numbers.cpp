@@ -6,6 +6,7 @@
 #include <unicode/locid.h>
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <unordered_map>
 
@@ -28,6 +29,8 @@ struct Remembered {
     std::string region = "US";
     Memory<std::string> formatted;
     Memory<AddressKey> keys;
+    Memory<std::string> places;  // by language and number
+    std::atomic<std::size_t> workedOut{0};
 };
 Remembered& remembered() {
     static auto* const one = new Remembered();
@@ -43,6 +46,7 @@ Value once(Memory<Value> Remembered::*memory, const std::string& text, const Wor
         if (const auto known = (all.*memory).find(text); known != (all.*memory).end()) return known->second;
         region = all.region;
     }
+    ++all.workedOut;
     Value value = work(text, region);
     const std::lock_guard lock(all.mutex);
     if (region != all.region) return value;
@@ -61,6 +65,14 @@ std::string format(const std::string& number, const std::string& region) {
     std::string text;
     rules().Format(parsed, isHome ? PhoneNumberUtil::NATIONAL : PhoneNumberUtil::INTERNATIONAL, &text);
     return text;
+}
+
+/// The geocoder keeps tables that it reads when they are asked for, and orders nothing itself.
+std::string placeOfParsed(const PhoneNumber& number, const std::string& language) {
+    static auto* const mutex = new std::mutex();
+    const std::lock_guard lock(*mutex);
+    static const auto* const geocoder = new PhoneNumberOfflineGeocoder();
+    return geocoder->GetDescriptionForNumber(number, icu::Locale(language.c_str()));
 }
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
@@ -125,6 +137,7 @@ void setHomeRegion(std::string region) {
     all.region = std::move(region);
     all.formatted.clear();
     all.keys.clear();
+    all.places.clear();
 }
 
 std::string homeRegion() {
@@ -155,14 +168,14 @@ bool isEmailAddress(std::string_view text) {
 }
 
 std::string placeOf(const std::string& number, const std::string& language) {
-    // The geocoder keeps tables that it reads when they are asked for, and orders nothing itself.
-    static auto* const mutex = new std::mutex();
-    PhoneNumber parsed;
-    if (rules().Parse(number, homeRegion(), &parsed) != PhoneNumberUtil::NO_PARSING_ERROR) return {};
-    const std::lock_guard lock(*mutex);
-    static const auto* const geocoder = new PhoneNumberOfflineGeocoder();
-    return geocoder->GetDescriptionForNumber(parsed, icu::Locale(language.c_str()));
+    return once(&Remembered::places, language + '\n' + number, [&](const std::string&, const std::string& region) {
+        PhoneNumber parsed;
+        const bool isParsed = rules().Parse(number, region, &parsed) == PhoneNumberUtil::NO_PARSING_ERROR;
+        return isParsed ? placeOfParsed(parsed, language) : std::string();
+    });
 }
+
+std::size_t numbersWorkedOut() { return remembered().workedOut; }
 
 bool AddressKey::isLooselySame(const AddressKey& other) const {
     if (isWhole == other.isWhole) return false;

@@ -1,6 +1,7 @@
 // Telephone numbers and addresses as people write them: how they are shown, compared and placed.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,11 @@ std::string formattedNumber(const std::string& number);
 bool isEmailAddress(std::string_view text);
 
 /// Where the number was given out ("Berlin", "California"), in that language where the place is known in it; empty for
-/// no place. Coarse, and nothing about where the caller is. Any thread.
+/// no place. Coarse, and nothing about where the caller is. Each distinct number is worked out once. Any thread.
 std::string placeOf(const std::string& number, const std::string& language);
+
+/// How often a form, a key or a place had to be worked out, because it was not remembered.
+std::size_t numbersWorkedOut();
 
 /// An address in the form in which addresses are compared.
 struct AddressKey {

@@ -1,4 +1,5 @@
 // QVCallEntry: fields, kinds, copies.
+#include "desktop/quorvel/services/phone_number.h"
 #include "fixture.h"
 
 namespace quorvel::test {
@@ -85,6 +86,26 @@ TEST_F(EntryTest, bitFourIsFaceTimeAndBitFiveBesideItAudio) {
     EXPECT_TRUE(is<"isFaceTime">() && is<"isFaceTimeVideo">());
     be(52, 10);
     EXPECT_TRUE(is<"isFaceTime">() && !is<"isFaceTimeVideo">());
+}
+
+TEST_F(EntryTest, aCallThatNamesNoPlaceHasThatOfItsNumber) {
+    setHomeRegion("DE");
+    add({{"03020930", noon}, {"", noon - 1}, {"110", noon - 2}, {"anna@b.example", noon - 3}});
+    read(10, 0, all);
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).location.load()), "Berlin");
+    for (const unsigned long placeless : {1UL, 2UL, 3UL})
+        EXPECT_FALSE(entry(list(all), placeless).location.load()) << placeless;
+}
+
+TEST_F(EntryTest, thePlaceThatACallNamesStays) {
+    setHomeRegion("DE");
+    store::NewCall call;
+    call.address = "03020930";
+    call.date = noon;
+    call.location = "At sea";
+    ASSERT_TRUE(callStore()->append(call));
+    read(10, 0, all);
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).location.load()), "At sea");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // QVCallEntry.
 #include "desktop/quorvel/services/call_entry.h"
 
+#include "desktop/addressbook/names.h"
+#include "desktop/quorvel/services/phone_number.h"
 #include "desktop/uikit/text.h"
 
 namespace quorvel {
@@ -8,6 +10,12 @@ namespace {
 
 objc::Strong<> textOrNil(const std::string& text) {
     return text.empty() ? objc::Strong<>() : objc::Strong<>(uikit::nsString(text));
+}
+
+/// Where the log says nothing of the place, that of the number.
+std::string placeOfCall(const store::CallRecord& record) {
+    if (!record.location.empty() || record.address.empty()) return record.location;
+    return placeOf(record.address, contacts::language());
 }
 
 }  // namespace
@@ -81,8 +89,10 @@ void CallEntry::fill(const store::CallRecord& record) {
     phoneNumber.store(objc::Strong<>(uikit::nsString(record.address)));
     name.store(textOrNil(record.name));
     phoneLabel.store(textOrNil(record.label));
-    location.store(textOrNil(record.location));
+    location.store(textOrNil(placeOfCall(record)));
     day.store(objc::Strong<>(uikit::nsString(record.day)));
+    // Remembered from here on, so that no row works it out while it is drawn.
+    if (!record.address.empty()) formattedNumber(record.address);
 }
 
 store::CallRecord CallEntry::record() const {

@@ -17,7 +17,8 @@ class CallEntry : public objc::PeerBase {
 
     /// A new entry with the record's fields, owned by the caller.
     static objc::Ref<CallEntry> of(const store::CallRecord& record);
-    /// Takes over the record's fields, one by one.
+    /// Takes over the record's fields, one by one; a call without a place gets that of its number. What rows say of the
+    /// number is worked out here, on the thread that read the record.
     void fill(const store::CallRecord& record);
     /// Whether it stands for a day.
     bool isDay() const { return dialledCount + receivedCount + missedCount > 0; }
