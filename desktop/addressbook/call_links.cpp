@@ -1,8 +1,6 @@
 // Comparing what calls say with what the book says.
 #include "desktop/addressbook/call_links.h"
 
-#include <map>
-#include <tuple>
 #include <vector>
 
 #include "desktop/addressbook/book.h"
@@ -15,25 +13,19 @@ namespace {
 using quorvel::store::CallStore;
 using quorvel::store::NamedAddress;
 
-/// Whom calls are to be linked to (record, name and label), with all the addresses that are theirs.
-using Links = std::map<std::tuple<int, std::string, std::string>, std::vector<std::string>>;
-
-void noteLink(Links& links, const NamedAddress& known, const std::optional<Caller>& caller) {
+/// What the calls of an address are to say, if they do not.
+void noteLink(std::vector<NamedAddress>& links, const NamedAddress& known, const std::optional<Caller>& caller) {
     const bool wasContact = known.contactId > 0 && known.contactId <= Book::shared().newestRecord();
     if (!caller && !wasContact) return;
     const Caller wanted = caller.value_or(Caller());
-    const bool isSame = known.contactId == wanted.record && known.name == wanted.name && known.label == wanted.label;
-    if (!isSame) links[{wanted.record, wanted.name, wanted.label}].push_back(known.address);
+    NamedAddress link{known.address, wanted.record, wanted.name, wanted.label};
+    if (link != known) links.push_back(std::move(link));
 }
 
-std::optional<std::string> write(CallStore& calls, const Links& links) {
-    std::optional<std::string> trouble;
-    for (const auto& [caller, addresses] : links) {
-        const auto& [record, name, label] = caller;
-        const auto linked = calls.link(addresses, record, name, label);
-        if (!linked) trouble = linked.error().message;
-    }
-    return trouble;
+std::optional<std::string> write(CallStore& calls, const std::vector<NamedAddress>& links) {
+    if (links.empty()) return std::nullopt;
+    const auto linked = calls.link(links);
+    return linked ? std::nullopt : std::optional(linked.error().message);
 }
 
 }  // namespace
@@ -53,7 +45,7 @@ std::optional<std::string> linkCalls(CallStore& calls) {
     if (!Book::shared().isAllowed() || !Book::shared().isOpen()) return std::nullopt;
     const auto known = calls.addresses();
     if (!known) return known.error().message;
-    Links links;
+    std::vector<NamedAddress> links;
     for (const NamedAddress& each : *known) noteLink(links, each, callerOf(each.address));
     return write(calls, links);
 }
@@ -61,7 +53,7 @@ std::optional<std::string> linkCalls(CallStore& calls) {
 std::optional<std::string> linkCallsOf(CallStore& calls, int record) {
     const auto known = calls.addresses();
     if (!known) return known.error().message;
-    Links links;
+    std::vector<NamedAddress> links;
     for (const NamedAddress& each : *known) {
         const auto caller = callerOf(each.address);
         if (caller && caller->record == record) noteLink(links, each, caller);

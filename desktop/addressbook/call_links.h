@@ -20,7 +20,8 @@ std::optional<Caller> callerOf(const std::string& address);
 
 /// Gives the calls of the log the contact, name and label of today: those of a contact that has gone or has lost the
 /// number become nobody's. Calls whose contact the book never had are left, and so are all while access is denied.
-/// Answers what could not be written. Any thread but the main one.
+/// All of them in one transaction, for which no reader waits. Answers what could not be written. Any thread but the
+/// main one, because another program's change is waited for.
 std::optional<std::string> linkCalls(quorvel::store::CallStore& calls);
 /// The same for the calls that belong to one contact now.
 std::optional<std::string> linkCallsOf(quorvel::store::CallStore& calls, int record);

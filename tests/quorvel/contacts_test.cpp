@@ -14,6 +14,7 @@
 #include "desktop/graphics/image.h"
 #include "desktop/quorvel/services/contact_pictures.h"
 #include "desktop/quorvel/services/contact_source.h"
+#include "desktop/quorvel/store/import_session.h"
 #include "fixture.h"
 
 namespace quorvel::test {
@@ -122,6 +123,45 @@ TEST_F(ContactsTest, aNewContactTakesTheCallsOfItsNumbers) {
     const auto records = save({contact("Anna Weber", {"(650) 887-0260"})});
     objc::send<"updateQuorvelCallsHistory:rowID:">(utilities(), person(records[0]), records[0]);
     EXPECT_THAT(links(), testing::ElementsAre("-1  ", "1 Anna Weber mobile", "1 Anna Weber mobile"));
+}
+
+TEST_F(ContactsTest, aNewContactTakesTheCallsOfAllItsAddressesInOneTransaction) {
+    add({{"+16508870260", noon}, {"anna@b.example", noon + 1}});
+    const auto records = save({contact("Anna", {"(650) 887-0260"}, "anna@b.example")});
+    settle();
+    // As they were before the contact was there.
+    ASSERT_TRUE(callStore()->link("+16508870260", store::noContact, "", ""));
+    ASSERT_TRUE(callStore()->link("anna@b.example", store::noContact, "", ""));
+    const auto before = callStore()->revision().valueOr(0);
+    EXPECT_EQ(linkCallsOf(*callStore(), records[0]), std::nullopt);
+    EXPECT_EQ(callStore()->revision().valueOr(0), before + 1);
+    EXPECT_THAT(links(), testing::ElementsAre("1 Anna ", "1 Anna mobile"));
+}
+
+TEST_F(ContactsTest, theMainThreadReadsOnWhileLinkingWaitsForAnotherProgram) {
+    add({{"+16508870260", noon}});
+    // A program that is in the middle of a change.
+    auto other = store::CallStore::open(directory().calls());
+    ASSERT_TRUE(other);
+    auto change = (*other).beginImport();
+    ASSERT_TRUE(change);
+    const auto records = save({contact("Anna", {"(650) 887-0260"})});
+    std::atomic<bool> isLinked{false};
+    std::thread background([&] {
+        const dispatch::AutoreleaseScope scope;
+        const objc::AutoreleasePool pool;
+        objc::send<"updateQuorvelCallsHistory:rowID:">(utilities(), person(records[0]), records[0]);
+        isLinked = true;
+    });
+    EXPECT_THAT(links(), testing::ElementsAre("-1  "));
+    EXPECT_EQ(callStore()->query("select ROWID from call").size(), 1U);
+    EXPECT_NE(person(records[0]), nullptr);
+    EXPECT_TRUE(callerOf("+16508870260"));
+    EXPECT_FALSE(isLinked);
+    ASSERT_TRUE((*change).finish());
+    background.join();
+    settle();
+    EXPECT_THAT(links(), testing::ElementsAre("1 Anna mobile"));
 }
 
 TEST_F(ContactsTest, withoutAPersonNoCallIsLinked) {

@@ -76,9 +76,12 @@ TEST(Correspondents, oneCallAllOfAKindAndAllAreDeletedAndOthersStay) {
 TEST(Correspondents, severalAddressesAreLinkedInOneTransaction) {
     Log log(100);
     const std::int64_t before = valueOf(log.store.revision());
-    const std::vector<std::string> addresses = {"5551234", "5559876", "5551234", "nobody"};
-    const auto linked = valueOf(log.store.link(addresses, 9, "Nine", "work"));
-    EXPECT_EQ(linked, log.model.link("5551234", 9, "Nine", "work") + log.model.link("5559876", 9, "Nine", "work"));
+    const std::vector<NamedAddress> links = {{"5551234", 8, "Eight", ""},
+                                             {"5559876", 9, "Nine", "home"},
+                                             {"5551234", 9, "Nine", "work"},
+                                             {"nobody", 9, "Nine", ""}};
+    const auto linked = valueOf(log.store.link(links));
+    EXPECT_EQ(linked, log.model.link("5551234", 9, "Nine", "work") + log.model.link("5559876", 9, "Nine", "home"));
     EXPECT_EQ(valueOf(log.store.revision()), before + 1);
     expectSame(log.store, log.model);
 }

@@ -103,6 +103,14 @@ TEST_F(Query, whateverIsNotOneReadingStatementGivesAnEmptyList) {
     EXPECT_EQ(rowIds("select ROWID from call where ROWID = 2 ; -- the second"), (Rows{2}));
 }
 
+TEST_F(Query, aTextThatHasNoEndOrGrowsWithoutBoundGivesAnEmptyList) {
+    const std::string counting = "with recursive n(x) as (select 1 union all select x + 1 from n) ";
+    EXPECT_EQ(store_.query(counting + "select x as ROWID from n").size(), 0U);
+    EXPECT_EQ(store_.query(counting + "select count(*) as ROWID from n").size(), 0U);
+    EXPECT_EQ(store_.query("select hex(zeroblob(1000000000)) as location").size(), 0U);
+    EXPECT_EQ(rowIds("with two as (select 2 as x) select ROWID from call, two where ROWID = x"), (Rows{2}));
+}
+
 TEST_F(Query, aQuerySeesWhatWasWrittenJustBefore) {
     valueOf(store_.deleteCalls(std::vector<std::int64_t>{1}));
     EXPECT_EQ(rowIds("select ROWID from call order by ROWID"), (Rows{2, 3, 4}));

@@ -3,7 +3,7 @@
 #include "desktop/quorvel/store/call_store.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 
 #include "desktop/quorvel/store/call_store_impl.h"
 #include "desktop/quorvel/store/local_days.h"
@@ -218,23 +218,24 @@ Result<std::int64_t> CallStore::append(const NewCall& call) {
 
 Result<std::int64_t> CallStore::link(std::string_view address, std::int32_t contactId, std::string_view name,
                                      std::string_view label) {
-    const std::string one(address);
-    return link({&one, 1}, contactId, name, label);
+    const NamedAddress one{std::string(address), contactId, std::string(name), std::string(label)};
+    return link({&one, 1});
 }
 
-Result<std::int64_t> CallStore::link(std::span<const std::string> addresses, std::int32_t contactId,
-                                     std::string_view name, std::string_view label) {
-    for (const std::string& address : addresses) {
+Result<std::int64_t> CallStore::link(std::span<const NamedAddress> links) {
+    std::map<std::string_view, const NamedAddress*> byAddress;
+    for (const NamedAddress& each : links) {
         NewCall named;
-        named.address = address;
-        named.name = name;
-        named.label = label;
+        named.address = each.address;
+        named.name = each.name;
+        named.label = each.label;
         if (const auto objection = objectionTo(named)) return *objection;
+        byAddress[each.address] = &each;
     }
     return impl_->write([&](CallWriter& writer, Reader&) {
-        const std::set<std::string_view> distinct(addresses.begin(), addresses.end());
         std::int64_t calls = 0;
-        for (const std::string_view address : distinct) calls += writer.link(address, contactId, name, label);
+        for (const auto& [address, each] : byAddress)
+            calls += writer.link(address, each->contactId, each->name, each->label);
         return calls;
     });
 }

@@ -133,9 +133,9 @@ class CallStore {
     /// the number of calls of the address.
     Result<std::int64_t> link(std::string_view address, std::int32_t contactId, std::string_view name,
                               std::string_view label);
-    /// The same for several addresses in one transaction. Readers do not wait for it.
-    Result<std::int64_t> link(std::span<const std::string> addresses, std::int32_t contactId, std::string_view name,
-                              std::string_view label);
+    /// The same for several addresses, each with a contact, name and label of its own, in one transaction. Of two for
+    /// one address the last holds. Readers do not wait for it.
+    Result<std::int64_t> link(std::span<const NamedAddress> links);
 
     // Care.
 

@@ -6,7 +6,10 @@
 namespace quorvel::store {
 namespace {
 
-constexpr std::chrono::seconds timeBound{10};
+// Of what a text may cost that others have put together: more, and it fails.
+constexpr std::chrono::seconds timeBound{3};
+constexpr std::size_t mostRows = 1'000'000;
+constexpr int longestValue = 10'000'000;
 constexpr int stepsBetweenLooks = 10000;
 
 int authorize(void*, int action, const char*, const char* second, const char*, const char*) {
@@ -62,6 +65,7 @@ QueryRunner::QueryRunner(const std::filesystem::path& path, std::chrono::millise
     connection_.execute("pragma temp_store = memory");
     connection_.execute("pragma query_only = on");
     sqlite3_limit(connection_.handle(), SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_limit(connection_.handle(), SQLITE_LIMIT_LENGTH, longestValue);
     sqlite3_set_authorizer(connection_.handle(), authorize, nullptr);
 }
 
@@ -73,7 +77,8 @@ std::vector<CallRecord> QueryRunner::run(std::string_view text) {
     sqlite3_progress_handler(database, stepsBetweenLooks, isLate, &end);
     std::vector<CallRecord> records;
     int code = SQLITE_ROW;
-    while ((code = sqlite3_step(query.get())) == SQLITE_ROW) records.push_back(recordOf(query.get()));
+    while (records.size() <= mostRows && (code = sqlite3_step(query.get())) == SQLITE_ROW)
+        records.push_back(recordOf(query.get()));
     sqlite3_progress_handler(database, 0, nullptr, nullptr);
     if (code != SQLITE_DONE) records.clear();
     return records;
