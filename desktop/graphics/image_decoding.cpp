@@ -7,6 +7,9 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <utility>
+
+#include "desktop/graphics/jpeg_orientation.h"
 
 namespace graphics {
 namespace {
@@ -16,14 +19,39 @@ constexpr std::string_view pngSignature = "\x89PNG\r\n\x1A\n";
 
 using Surface = std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)>;
 
-/// What is drawn of a surface with a longest side.
-Image madeSmaller(const Surface& surface, int longestSide) {
-    const double width = cairo_image_surface_get_width(surface.get());
-    const double height = cairo_image_surface_get_height(surface.get());
+/// Takes the places of pixels as the camera stored them to those of the upright picture, which is of that size.
+cairo_matrix_t uprighting(Orientation orientation, double width, double height) {
+    switch (orientation) {
+        case Orientation::topRight:
+            return {-1, 0, 0, 1, width, 0};
+        case Orientation::bottomRight:
+            return {-1, 0, 0, -1, width, height};
+        case Orientation::bottomLeft:
+            return {1, 0, 0, -1, 0, height};
+        case Orientation::leftTop:
+            return {0, 1, 1, 0, 0, 0};
+        case Orientation::rightTop:
+            return {0, 1, -1, 0, width, 0};
+        case Orientation::rightBottom:
+            return {0, -1, -1, 0, width, height};
+        case Orientation::leftBottom:
+            return {0, -1, 1, 0, 0, height};
+        default:
+            return {1, 0, 0, 1, 0, 0};
+    }
+}
+
+/// What is drawn of a surface upright with a longest side.
+Image madeSmaller(const Surface& surface, int longestSide, Orientation orientation = Orientation::topLeft) {
+    double width = cairo_image_surface_get_width(surface.get());
+    double height = cairo_image_surface_get_height(surface.get());
+    if (isTurned(orientation)) std::swap(width, height);
     const double factor = std::min(1.0, longestSide / std::max(width, height));
     Image image({std::max(1.0, std::floor(width * factor)), std::max(1.0, std::floor(height * factor))}, 1);
     cairo_t* context = cairo_create(image.surface());
     cairo_scale(context, image.size().width / width, image.size().height / height);
+    const cairo_matrix_t upright = uprighting(orientation, width, height);
+    cairo_transform(context, &upright);
     cairo_set_source_surface(context, surface.get(), 0, 0);
     cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_BEST);
     // The edge is mixed with itself, not with nothing.
@@ -96,7 +124,7 @@ Result<Image> decodeJpeg(std::string_view bytes, int longestSide) {
     // A file that ends early shows as far as it goes.
     if (decoded != 0 && tjGetErrorCode(decoder.get()) != TJERR_WARNING) return failure();
     cairo_surface_mark_dirty(surface.get());
-    return madeSmaller(surface, longestSide);
+    return madeSmaller(surface, longestSide, orientationOf(bytes));
 }
 
 }  // namespace

@@ -7,8 +7,9 @@
 
 namespace graphics {
 
-/// The picture of a PNG or JPEG file's bytes at one pixel a point, made smaller until neither side has more pixels than
-/// `longestSide`. The failure says what is wrong with the bytes; more than 100 million pixels are refused.
+/// The picture of a PNG or JPEG file's bytes, upright as its camera says, at one pixel a point, made smaller until
+/// neither side has more pixels than `longestSide`. The failure says what is wrong with the bytes; more than 100
+/// million pixels are refused.
 Result<Image> decodeImage(std::string_view bytes, int longestSide);
 
 }  // namespace graphics
