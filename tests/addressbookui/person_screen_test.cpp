@@ -282,6 +282,44 @@ TEST_F(PersonScreenTest, aContactThatCannotBeSavedKeepsTheFormOpen) {
     EXPECT_EQ(saved().text(Property::firstName), "Anna");
 }
 
+TEST_F(PersonScreenTest, aContactThatCannotBeDeletedStaysAndTheFormSaysWhy) {
+    card_->setAllowsDeletion(true);
+    startEditing();
+    ASSERT_EQ(Book::shared().setAllowed(false), std::nullopt);
+    ASSERT_TRUE(form()->tableView()->tapRow(0, 3));
+    settle();
+    take("Delete Contact");
+    ASSERT_NE(uikit::frontSheet(), nullptr);
+    EXPECT_THAT(uikit::frontSheet()->content().message, testing::HasSubstr("quorvelctl contacts allow"));
+    ASSERT_EQ(Book::shared().setAllowed(true), std::nullopt);
+    EXPECT_TRUE(Book::shared().contact(record_).has_value());
+}
+
+TEST_F(PersonScreenTest, leavingAQuestionUnansweredBlocksAndMarksNobody) {
+    card_->setAllowsContactBlocking(true);
+    card_->setAllowsAddToFavorites(true);
+    show();
+    tapRow(card_, "Block this Caller");
+    take("Cancel");
+    tapRow(card_, "Add to Favorites");
+    take("Cancel");
+    EXPECT_FALSE(Book::shared().isBlocked("anna@example.org"));
+    EXPECT_THAT(Book::shared().favourites(), IsEmpty());
+    EXPECT_THAT(rowsOf(card_), testing::AllOf(Contains("Block this Caller"), Contains("Add to Favorites")));
+}
+
+TEST_F(PersonScreenTest, aSharedCardHoldsThePictureAndWhatNobodyShows) {
+    Contact pictured = saved();
+    pictured.picture = "\xFF\xD8\xFF picture";
+    save(pictured);
+    card_->setAllowsSharing(true);
+    show();
+    tapRow(card_, "Share Contact");
+    std::ifstream stream(folder() / "shared/Anna Berg.vcf");
+    const std::string card((std::istreambuf_iterator<char>(stream)), {});
+    EXPECT_THAT(card, testing::AllOf(testing::HasSubstr("PHOTO"), testing::HasSubstr("X-HOBBY:viola")));
+}
+
 TEST_F(PersonScreenTest, showsWhatAnotherProgramChangedWhenItComesBack) {
     show();
     Contact changed = saved();

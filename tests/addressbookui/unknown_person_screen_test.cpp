@@ -155,6 +155,33 @@ TEST_F(UnknownPersonTest, aDeniedBookSaysSoInsteadOfShowingAForm) {
     ASSERT_EQ(Book::shared().setAllowed(true), std::nullopt);
 }
 
+TEST_F(UnknownPersonTest, aDeniedBookSaysSoInsteadOfShowingThePicker) {
+    save(anna());
+    push(card_);
+    ASSERT_EQ(Book::shared().setAllowed(false), std::nullopt);
+    tapRow(card_, "Add to Existing Contact");
+    EXPECT_EQ(list(), nullptr);
+    ASSERT_NE(uikit::frontSheet(), nullptr);
+    EXPECT_THAT(uikit::frontSheet()->content().message, testing::HasSubstr("quorvelctl contacts allow"));
+    EXPECT_TRUE(delegate_->heard.empty());
+    ASSERT_EQ(Book::shared().setAllowed(true), std::nullopt);
+}
+
+TEST_F(UnknownPersonTest, anUnknownNumberIsBlockedOnceConfirmedAndShared) {
+    card_->setAllowsContactBlocking(true);
+    card_->setAllowsSharing(true);
+    push(card_);
+    tapRow(card_, "Block this Caller");
+    take("Block Contact");
+    EXPECT_TRUE(Book::shared().isBlocked("0044 20 7946 0000"));
+    tapRow(card_, "Unblock this Caller");
+    EXPECT_FALSE(Book::shared().isBlocked("0044 20 7946 0000"));
+    tapRow(card_, "Share Contact");
+    ASSERT_NE(uikit::frontSheet(), nullptr);
+    EXPECT_EQ(uikit::frontSheet()->content().message,
+              "The card was written to " + (folder() / "shared/+442079460000.vcf").string() + ".");
+}
+
 TEST_F(UnknownPersonTest, thePickerFindsPeopleByTheBeginningOfAnyWord) {
     save(anna());
     Contact other;
