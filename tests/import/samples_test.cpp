@@ -81,5 +81,40 @@ TEST(Samples, backupsThatOverlapAddEachCallOnce) {
     EXPECT_THAT(directory.run("import " + files).output, HasSubstr("0 calls imported.\n37 present already.\n"));
 }
 
+TEST(Samples, pagesOfGoogleVoiceGiveWhatGrepCounts) {
+    const tools_tests::Directory directory;
+    const std::string pages = "'" + (samples / "google-voice-takeout").string() + "'/*.html";
+    const auto pagesWith = [&](const std::string& text) {
+        return numberOf("grep -l '" + text + "' " + pages + " | wc -l");
+    };
+    ASSERT_EQ(directory.run("import " + pages).output, "8 calls imported.\n");
+    const auto callsOf = [&](const std::string& condition) {
+        return numberOf("sqlite3 '" + directory.file("data/calls.db").string() +
+                        "' \"select count(*) from call where " + condition + '"');
+    };
+    EXPECT_EQ(callsOf("1"), pagesWith("haudio"));
+    EXPECT_EQ(callsOf("flags & 1"), pagesWith("voice#placed"));
+    EXPECT_EQ(callsOf("not flags & 1 and duration > 0"), pagesWith("voice#received\\|voice#recorded"));
+    EXPECT_EQ(callsOf("not flags & 1 and duration = 0"), pagesWith("voice#missed\\|voice#voicemail"));
+    EXPECT_EQ(callsOf("address = ''"), pagesWith("href=\"tel:\""));
+    EXPECT_EQ(callsOf("duration = 771"), pagesWith("PT12M51S"));
+    EXPECT_EQ(callsOf("duration = 1786"), pagesWith("PT29M46S"));
+    EXPECT_EQ(callsOf("extra like '%coming home.%'"), 1);
+    EXPECT_EQ(callsOf("date = 1400295267"), 1);
+    EXPECT_EQ(directory.run("import " + pages).output, "0 calls imported.\n8 present already.\n");
+}
+
+TEST(Samples, eachIsImportedByTheProgramWithoutAWordAmiss) {
+    const tools_tests::Directory directory;
+    const std::string all = "'" + samples.string() + "'/android-calls-xml/*.xml '" + samples.string() +
+                            "'/android-contacts2-plaso/contacts2.db '" + samples.string() +
+                            "'/google-voice-takeout/*.html";
+    const auto imported = directory.run("import " + all);
+    EXPECT_EQ(imported.status, 0);
+    EXPECT_EQ(imported.errors, "");
+    EXPECT_EQ(directory.run("import --dry-run " + all).lines().back(),
+              "0 calls would be imported. Nothing was written.");
+}
+
 }  // namespace
 }  // namespace import_tests

@@ -10,6 +10,7 @@
 #include "tools/import/csv_importer.h"
 #include "tools/import/json_importer.h"
 #include "tools/import/sqlite_importer.h"
+#include "tools/import/voice_importer.h"
 #include "tools/import/xml_importer.h"
 
 namespace tools {
@@ -74,6 +75,9 @@ Opened openImporter(const std::filesystem::path& file, const ImportOptions& opti
     if (text.starts_with('{')) return std::make_unique<JsonImporter>(std::move(input));
     if (text.starts_with('['))
         return file.string() + " is JSON of another program. This one reads JSON that it exported itself.";
+    if (text.starts_with('<') &&
+        (text.find("<!doctype html") != std::string::npos || text.find("<html") != std::string::npos))
+        return std::make_unique<VoiceImporter>(std::move(input));
     if (text.starts_with('<')) return std::make_unique<XmlImporter>(std::move(input));
     const bool isWide = head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF");
     if (!isWide && head.find('\0') != std::string_view::npos) return file.string() + " is no file of calls. " + known;

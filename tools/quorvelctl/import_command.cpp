@@ -100,8 +100,9 @@ void addImport(CLI::App& program, Session& session) {
     addColumnOptions(*command, *options);
     command->footer(
         "What a file is shows in its content, whatever its name: a handset's call_history.db or\n"
-        "CallHistory.storedata, Android's calllog.db or contacts2.db, the XML of \"SMS Backup & Restore\", a log of\n"
-        "this program, or comma-separated values. Calls that the log holds already are not added again.\n\n"
+        "CallHistory.storedata, Android's calllog.db or contacts2.db, the XML of \"SMS Backup & Restore\", pages\n"
+        "of Google Voice, a log or JSON of this program, or comma-separated values. Calls that the log holds already\n"
+        "are not added again.\n\n"
         "The header line of comma-separated values names the columns, in any order: date (seconds since 1970,\n"
         "ISO 8601, or as people write it), address, kind (dialled, received, missed or cancelled), duration; and\n"
         "perhaps time, facetime (audio or video), name, label, contact, location. Names and kinds of other programs\n"
