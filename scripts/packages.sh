@@ -14,7 +14,7 @@ packagesToRun=(
 # What the tests and the benchmarks take beside that.
 packagesToTest=(
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
-    clang-format clang-19 libclang-rt-19-dev sqlite3 libxml2-utils xvfb xauth
+    clang-format clang-19 libclang-rt-19-dev sqlite3 libxml2-utils xvfb xauth mandoc desktop-file-utils shared-mime-info
 )
 
 # What the handset's images and package take.

@@ -5,10 +5,8 @@
 
 namespace phone {
 
-ParsedOptions parseOptions(int argumentCount, char** arguments) {
-    ParsedOptions parsed;
-    Options& options = parsed.options;
-    CLI::App app{"A telephone whose Recents screen is a call log: in a window, by a script, or as a picture."};
+void describeProgram(CLI::App& app, Options& options) {
+    app.description("A telephone whose Recents screen is a call log: in a window, by a script, or as a picture.");
     app.name("phone");
     app.option_defaults()->take_last();  // so that a caller can put its own behind those of a script
     app.add_option("--data", options.dataDirectory,
@@ -28,6 +26,12 @@ ParsedOptions parseOptions(int argumentCount, char** arguments) {
         "  phone                                 opens the window\n"
         "  phone --picture recents.png --scale 3 draws the first screen\n"
         "  echo show | phone --script -          prints what the first screen shows");
+}
+
+ParsedOptions parseOptions(int argumentCount, char** arguments) {
+    ParsedOptions parsed;
+    CLI::App app;
+    describeProgram(app, parsed.options);
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

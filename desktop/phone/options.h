@@ -4,6 +4,10 @@
 #include <optional>
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace phone {
 
 struct Options {
@@ -15,6 +19,9 @@ struct Options {
     double scale = 0;         // pixels a point; 0: 2 for pictures, the display's own for the window
     bool openUrls = false;
 };
+
+/// Adds every option, which fills `options` when the line is parsed.
+void describeProgram(CLI::App& program, Options& options);
 
 /// Parses the command line. Where the answer is a number, the program ends with that exit status: 0 after --help, 2
 /// after a mistake, which was printed.

@@ -103,6 +103,7 @@ void addContactExport(CLI::App& contacts, Session& session) {
     command->add_option("--version", options->version, "2.1, 3.0 or 4.0 (default: 3.0)")
         ->type_name("VERSION")
         ->transform(CLI::CheckedTransformer(versions).description(""));
+    command->footer("Example:\n  quorvelctl contacts export contacts.vcf");
     command->callback([&session, options] {
         session.chosen = [&session, options] { return exportFile(session, options->file, options->version); };
     });
@@ -117,11 +118,13 @@ void addContacts(CLI::App& program, Session& session) {
     addContactImport(*contacts, session);
     addContactExport(*contacts, session);
     auto* listing = contacts->add_subcommand("list", "Prints a line a contact: record, name, numbers and addresses");
+    listing->footer("Example:\n  quorvelctl contacts list");
     listing->callback([&session] { session.chosen = [&session] { return list(session); }; });
     for (const bool isAllowed : {false, true}) {
         auto* command = contacts->add_subcommand(isAllowed ? "allow" : "deny",
                                                  isAllowed ? "Lets the handset's programs see the contacts again"
                                                            : "Closes the contacts to the handset's programs");
+        command->footer(std::string("Example:\n  quorvelctl contacts ") + (isAllowed ? "allow" : "deny"));
         command->callback(
             [&session, isAllowed] { session.chosen = [&session, isAllowed] { return allow(session, isAllowed); }; });
     }

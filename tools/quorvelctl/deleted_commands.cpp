@@ -54,7 +54,8 @@ void addDeleted(CLI::App& program, Session& session) {
     auto* command = program.add_subcommand("deleted", "Prints the calls deleted in the last 30 days, the last first");
     command->footer(
         "A line a call, in a pipe with tabs between: number, when it was deleted, when it was, seconds, address, "
-        "name.");
+        "name.\n\n"
+        "Example:\n  quorvelctl deleted");
     command->callback([&session] { session.chosen = [&session] { return listDeleted(session); }; });
 }
 

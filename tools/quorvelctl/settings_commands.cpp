@@ -46,6 +46,7 @@ void addGet(CLI::App& program, Session& session) {
     auto key = std::make_shared<std::string>();
     auto* command = program.add_subcommand("get", "Prints a setting, or all of them");
     command->add_option("KEY", *key, "The setting's name");
+    command->footer("Examples:\n  quorvelctl get\n  quorvelctl get minRec_Call");
     command->callback([&session, key] { session.chosen = [&session, key] { return get(session, *key); }; });
 }
 
