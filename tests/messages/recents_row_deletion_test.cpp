@@ -1,5 +1,10 @@
 // One row swiped away: the database, the lists, the undo, and the search's copies.
+#include <chrono>
+#include <future>
+#include <utility>
+
 #include "desktop/notify/notify.h"
+#include "platform/dispatch.h"
 #include "tests/messages/recents_screen.h"
 
 namespace recentsmessages {
@@ -14,6 +19,19 @@ class RecentsRowDeletion : public RecentsMessages {
     static void forgetPosts() {
         while (notify::pending()) notify::deliverPending();
         companion().isNeedToLoadData = false;
+    }
+    /// What the user does, on the main thread, while the database is asked for the first time.
+    static void duringDeletion(std::function<void()> acts) {
+        companion().duringDeletion = [acts = std::move(acts), isOver = false]() mutable {
+            if (std::exchange(isOver, true)) return;
+            std::promise<void> acted;
+            dispatch::asyncOnMain([&] {
+                acts();
+                acted.set_value();
+            });
+            constexpr std::chrono::seconds bound{30};
+            EXPECT_EQ(acted.get_future().wait_for(bound), std::future_status::ready);
+        };
     }
     void openWith(int rows) {
         companion().setRows(1, people(rows));
@@ -99,11 +117,10 @@ TEST_F(RecentsRowDeletion, thatIsRefusedAfterASwitchComesBackToTheListThatItWasT
     companion().setRows(4, people(2));
     openWith(5);
     companion().refusesDeletions = true;
-    companion().duringDeletion = [this] {
-        companion().duringDeletion = nullptr;
+    duringDeletion([this] {
         pick(3);
         send<"initializeCallList">();
-    };
+    });
     swipe(2);
     settle();
     EXPECT_THAT(found(), ElementsAre(1, 2));
@@ -115,11 +132,10 @@ TEST_F(RecentsRowDeletion, thatIsRefusedAfterASwitchComesBackToTheListThatItWasT
 TEST_F(RecentsRowDeletion, thatIsRefusedAfterAReloadShowsTheEntryOnce) {
     openWith(5);
     companion().refusesDeletions = true;
-    companion().duringDeletion = [this] {
-        companion().duringDeletion = nullptr;
+    duringDeletion([this] {
         send<"handleReloadDataAction">();
         send<"initializeCallList">();
-    };
+    });
     swipe(2);
     settle();
     EXPECT_THAT(found(), ElementsAre(1, 2, 3, 4, 5));
