@@ -2,6 +2,7 @@
 #include "desktop/phone/keypad_screen.h"
 
 #include "desktop/graphics/icons.h"
+#include "desktop/phone/phone_text.h"
 #include "desktop/uikit/application.h"
 
 namespace phone {
@@ -54,7 +55,7 @@ void KeypadScreen::loadView() {
     auto pad = objc::Ref<uikit::View>::make<"initWithFrame:">(uikit::Rect{{0, 0}, uikit::screenSize()});
     pad->setBackgroundColor(uikit::uiColor(uikit::Color::white()));
     setView(pad);
-    setTitle(uikit::nsString("Keypad"));
+    setTitle(uikit::nsString(phoneText("KEYPAD")));
     number_ = objc::Ref<uikit::Label>::make();
     number_->setFrame({{20, 10}, {uikit::screenSize().width - 40, 50}});
     number_->setTextAlignment(1);

@@ -2,13 +2,15 @@
 #include "desktop/phone/phone_application.h"
 
 #include "desktop/phone/keypad_screen.h"
+#include "desktop/phone/phone_text.h"
 #include "desktop/phone/recents_screen.h"
 #include "desktop/uikit/navigation_controller.h"
 
 namespace phone {
 namespace {
 
-objc::Ref<uikit::ViewController> inNavigation(uikit::ViewController* root, const char* title, graphics::Symbol symbol) {
+objc::Ref<uikit::ViewController> inNavigation(uikit::ViewController* root, const std::string& title,
+                                              graphics::Symbol symbol) {
     auto navigation = objc::Ref<uikit::NavigationController>::make<"initWithRootViewController:">(root->object());
     const auto item = uikit::TabBarItem::make(title, symbol);
     navigation->setTabBarItem(objc::Object{item.self()});
@@ -28,8 +30,8 @@ void PhoneApplication::applicationDidFinishLaunching(objc::Object) {
     auto recents = objc::Ref<RecentsScreen>::make();
     auto keypad = objc::Ref<KeypadScreen>::make();
     const auto screens = objc::sendClass<"NSMutableArray", "array", objc::Object>();
-    objc::send<"addObject:">(screens, inNavigation(recents, "Recents", graphics::Symbol::Recents)->object());
-    objc::send<"addObject:">(screens, inNavigation(keypad, "Keypad", graphics::Symbol::Keypad)->object());
+    objc::send<"addObject:">(screens, inNavigation(recents, phoneText("RECENTS"), graphics::Symbol::Recents)->object());
+    objc::send<"addObject:">(screens, inNavigation(keypad, phoneText("KEYPAD"), graphics::Symbol::Keypad)->object());
     tabs_ = objc::Ref<uikit::TabBarController>::make();
     tabs_->setViewControllers(screens);
     window_->setRootViewController(tabs_);

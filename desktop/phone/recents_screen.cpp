@@ -2,6 +2,7 @@
 #include "desktop/phone/recents_screen.h"
 
 #include "desktop/phone/call_time.h"
+#include "desktop/phone/phone_text.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/bar_items.h"
 #include "desktop/uikit/table_view_cell.h"
@@ -57,7 +58,7 @@ void RecentsScreen::viewDidLoad() {
     objc::send<"setDataSource:">(table_->object(), object());
     objc::send<"setDelegate:">(table_->object(), object());
     const auto titles = objc::sendClass<"NSMutableArray", "array", objc::Object>();
-    for (const char* title : {"All", "Missed"}) objc::send<"addObject:">(titles, uikit::nsString(title));
+    for (const char* title : {"ALL", "MISSED"}) objc::send<"addObject:">(titles, uikit::nsString(phoneText(title)));
     filter_ = objc::Ref<uikit::SegmentedControl>::make<"initWithItems:">(titles);
     constexpr double filterWidth = 160;
     filter_->setFrame({{0, 0}, {filterWidth, uikit::SegmentedControl::height}});
@@ -123,7 +124,7 @@ objc::Object RecentsScreen::cellForRow(objc::Object table, objc::Object path) {
     objc::send<"setTextColor:">(name,
                                 uikit::uiColor(call.missed ? uikit::palette::destructive : uikit::Color::black()));
     const auto below = objc::send<"detailTextLabel", objc::Object>(cell);
-    const std::string kind = call.missed ? "missed" : call.outgoing ? "outgoing" : "incoming";
+    const std::string kind = phoneText(call.missed ? "KIND_MISSED" : call.outgoing ? "KIND_OUTGOING" : "KIND_INCOMING");
     objc::send<"setText:">(below, uikit::nsString(kind + " · " + callTime(call.date)));
     objc::send<"setTextColor:">(below, uikit::uiColor(uikit::palette::secondaryText));
     objc::send<"setAccessoryType:">(cell, detailButton);

@@ -117,7 +117,10 @@ objc::Ref<View> BarButtonItem::makeView() {
         button->setFrame({{0, 0}, {iconSide + 2 * itemPadding, itemHeight}});
         if (image_) button->setImageTint(palette::brand);
     } else {
-        button->setTitleForState(look ? nsString(look->title) : title_ ? title_.get() : nsString("Item"), normalState);
+        button->setTitleForState(look     ? nsString(localized(look->title))
+                                 : title_ ? title_.get()
+                                          : nsString("Item"),
+                                 normalState);
         const Size fitting = button->sizeThatFits({});
         button->setFrame({{0, 0}, {fitting.width + 2 * itemPadding, itemHeight}});
     }

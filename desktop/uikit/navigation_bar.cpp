@@ -132,7 +132,11 @@ void NavigationBar::layoutSubviews() {
         titleWidth = std::max(0.0, width - 2 * taken);
         title_->setFrame({title_->frame().origin, {titleWidth, title_->frame().size.height}});
     }
-    place(title_, (width - titleWidth) / 2);
+    // In the middle, as far as the buttons leave room there.
+    const double least = left_ ? left_->frame().right() + titleGap : sideMargin;
+    const double most = (right_ ? right_->frame().left() - titleGap : width - sideMargin) - titleWidth;
+    const double middle = (width - titleWidth) / 2;
+    place(title_, item_->titleView() ? std::max(least, std::min(middle, most)) : middle);
 }
 
 void NavigationBar::drawAbove(graphics::Canvas& canvas) {

@@ -218,7 +218,7 @@ void NavigationController::showBarItem(bool animated) {
     if (stack_.size() > 1) {
         auto* below = objc::peerOf<NavigationItem>(stack_[stack_.size() - 2]->navigationItem());
         backTitle = below->backBarButtonItem() ? utf8(below->backBarButtonItem()->title()) : utf8(below->title());
-        if (backTitle.empty()) backTitle = "Back";
+        if (backTitle.empty()) backTitle = localized("Back");
     }
     navigationBar()->showItem(objc::peerOf<NavigationItem>(top->navigationItem()), backTitle, animated);
 }

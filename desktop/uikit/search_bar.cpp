@@ -9,7 +9,7 @@ namespace {
 
 constexpr double margin = 8;
 constexpr double fieldHeight = 28;
-constexpr double cancelWidth = 64;
+constexpr double leastCancelWidth = 64;
 const Color barColor = Color::fromHex(0xC9C9CE);
 
 }  // namespace
@@ -47,7 +47,7 @@ objc::Object SearchBar::initWithFrame(Rect frame) {
     field_->setOnEscape([this] { cancel(); });
     constexpr long systemType = 1;
     cancelButton_ = objc::Ref<Button>(objc::peerOf<Button>(Button::withType(objc::classOf<Button>(), systemType)));
-    cancelButton_->setTitleForState(nsString("Cancel"), normalState);
+    cancelButton_->setTitleForState(nsString(localized("Cancel")), normalState);
     cancelButton_->addTargetActionForControlEvents(object(), objc::selector<"cancelTapped">(), touchUpInside);
     cancelButton_->setHidden(true);
     scopeArea_ = objc::Ref<View>::make();
@@ -116,6 +116,7 @@ Size SearchBar::sizeThatFits(Size size) {
 
 void SearchBar::layoutSubviews() {
     const double width = bounds().size.width;
+    const double cancelWidth = std::max(leastCancelWidth, cancelButton_->sizeThatFits({}).width + margin);
     const double fieldWidth = width - 2 * margin - (showsCancel_ ? cancelWidth : 0);
     field_->setFrame({{margin, (fieldRowHeight - fieldHeight) / 2}, {fieldWidth, fieldHeight}});
     cancelButton_->setFrame({{width - margin - cancelWidth + margin / 2, 0}, {cancelWidth, fieldRowHeight}});

@@ -175,7 +175,7 @@ bool TableView::revealDelete(long row, long section) {
     revealed_ = place;
     constexpr long customType = 0;
     deleteButton_ = objc::Ref<Button>(objc::peerOf<Button>(Button::withType(objc::classOf<Button>(), customType)));
-    std::string title = "Delete";
+    std::string title = localized("Delete");
     constexpr auto question = objc::Name{"tableView:titleForDeleteConfirmationButtonForRowAtIndexPath:"};
     if (delegateAnswers(objc::selector<question>()))
         title = utf8(objc::send<question, objc::Object>(delegate(), object(), indexPath(place)));

@@ -61,4 +61,10 @@ objc::Object nsString(std::string_view text) {
     return objc::autorelease(objc::Strong<>::adopt(made));
 }
 
+std::string localized(std::string_view english) {
+    const auto bundle = objc::sendClass<"NSBundle", "mainBundle", objc::Object>();
+    const auto key = nsString(english);
+    return utf8(objc::send<"localizedStringForKey:value:table:", objc::Object>(bundle, key, key, objc::Object{}));
+}
+
 }  // namespace uikit

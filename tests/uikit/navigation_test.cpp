@@ -236,6 +236,20 @@ TEST_F(NavigationTest, besideAWideTitleViewTheBackButtonIsTheArrowAlone) {
     EXPECT_LE(bar().leftView()->frame().right(), 50);
 }
 
+TEST_F(NavigationTest, aTitleViewGivesWayToALongButton) {
+    const auto wide = objc::Ref<View>::make<"initWithFrame:">(Rect{{}, {160, 30}});
+    itemOf(a_)->setTitleView(wide);
+    window().layoutIfNeeded();
+    EXPECT_EQ(wide->frame().left(), 80);
+    const auto item = objc::Ref<BarButtonItem>::make<"initWithTitle:style:target:action:">(
+        nsString("Einstellungen"), 0L, objc::Object{}, objc::selector<"pressed:">());
+    itemOf(a_)->setRightBarButtonItem(item);
+    window().layoutIfNeeded();
+    EXPECT_LT(wide->frame().left(), 80);
+    EXPECT_EQ(wide->frame().size.width, 160);
+    EXPECT_EQ(wide->frame().right() + 8, bar().rightView()->frame().left());
+}
+
 TEST_F(NavigationTest, aBarItemSendsItsActionUnlessItIsDisabled) {
     const auto recorder = objc::Ref<Recorder>::make();
     const auto item = objc::Ref<BarButtonItem>::make<"initWithTitle:style:target:action:">(

@@ -234,6 +234,21 @@ TEST_F(SearchTest, aScreenAboveTheSearchHasItsBarAndTheSearchIsThereAfterwards) 
     EXPECT_FALSE(navigation_->isNavigationBarHidden());
 }
 
+TEST_F(SearchTest, theCancelButtonIsAsWideAsItsWord) {
+    search_->setActive(true);
+    window().layoutIfNeeded();
+    EXPECT_EQ(bar_->field()->frame().right(), 320 - 8 - 64);
+    Button* cancel = nullptr;
+    for (const auto& each : bar_->subviews())
+        if (auto* button = objc::peerIf<Button>(each->object())) cancel = button;
+    ASSERT_NE(cancel, nullptr);
+    cancel->setTitleForState(nsString("Abbrechen bitte"), normalState);
+    bar_->setNeedsLayout();
+    window().layoutIfNeeded();
+    EXPECT_GE(cancel->frame().size.width, cancel->sizeThatFits({}).width);
+    EXPECT_LE(bar_->field()->frame().right(), cancel->frame().left() + 4);
+}
+
 TEST_F(SearchTest, theBarOfAShortListCanBeScrolledOutOfSight) {
     EXPECT_EQ(list_->greatestOffset(), 44);
     list_->setContentOffset({0, 44});
