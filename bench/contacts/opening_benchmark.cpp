@@ -13,13 +13,18 @@
 
 namespace {
 
-using namespace quorvel::store;
+namespace store = quorvel::store;
+using store::CallRecord;
+using store::CallStore;
+using store::noContact;
+using store::storeOf;
+using store::valueOf;
 
 constexpr std::int64_t logSize = 1'000'000;
 
 /// The caller with the most calls on one day, a contact or a number of nobody's.
 CallRecord callerOf(bool isContact) {
-    const Page page = valueOf(storeOf(logSize).page(Filter::all, {}, Cursor::top(), 20000));
+    const store::Page page = valueOf(storeOf(logSize).page(store::Filter::all, {}, store::Cursor::top(), 20000));
     std::map<std::string, int> counts;
     const CallRecord* best = nullptr;
     int most = 0;
@@ -63,9 +68,9 @@ void bareStatement(benchmark::State& state) {
 template <bool isContact>
 void query(benchmark::State& state) {
     const CallRecord caller = callerOf(isContact);
-    const CallStore& store = storeOf(logSize);
-    for (auto _ : state) benchmark::DoNotOptimize(store.query(textFor(caller)));
-    state.counters["calls"] = static_cast<double>(store.query(textFor(caller)).size());
+    const CallStore& log = storeOf(logSize);
+    for (auto _ : state) benchmark::DoNotOptimize(log.query(textFor(caller)));
+    state.counters["calls"] = static_cast<double>(log.query(textFor(caller)).size());
 }
 
 /// All that the plug-in does for them: the day's text, the query, the entries.
