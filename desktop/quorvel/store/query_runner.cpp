@@ -3,6 +3,10 @@
 
 #include <strings.h>
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace quorvel::store {
 namespace {
 
@@ -59,6 +63,29 @@ std::string textOf(sqlite3_stmt* row, int column) {
 
 }  // namespace
 
+/// What the columns of the statement are, by their names in whatever case.
+std::vector<QueryRunner::Column> QueryRunner::columnsOf(sqlite3_stmt* statement) {
+    static constexpr std::pair<const char*, Column> names[] = {
+        {"ROWID", Column::rowId},
+        {"date", Column::date},
+        {"duration", Column::duration},
+        {"flags", Column::flags},
+        {"face_time_data_size", Column::faceTimeDataSize},
+        {"id", Column::contact},
+        {"location", Column::location},
+        {"address", Column::address},
+        {"datetime", Column::day},
+    };
+    std::vector<Column> columns;
+    for (int at = 0; at < sqlite3_column_count(statement); ++at) {
+        const char* given = sqlite3_column_name(statement, at);
+        const auto* known = std::ranges::find_if(
+            names, [given](const auto& each) { return given && strcasecmp(given, each.first) == 0; });
+        columns.push_back(known == std::end(names) ? Column::other : known->second);
+    }
+    return columns;
+}
+
 QueryRunner::QueryRunner(const std::filesystem::path& path, std::chrono::milliseconds busyBound,
                          const std::string& fileSystem)
     : connection_(path, Connection::Use::readFileOnly, busyBound, fileSystem) {
@@ -75,46 +102,67 @@ std::vector<CallRecord> QueryRunner::run(std::string_view text) {
     if (!query) return {};
     auto end = std::chrono::steady_clock::now() + timeBound;
     sqlite3_progress_handler(database, stepsBetweenLooks, isLate, &end);
+    const auto columns = columnsOf(query.get());
+    constexpr std::size_t usualCalls = 16;
     std::vector<CallRecord> records;
+    records.reserve(usualCalls);
     int code = SQLITE_ROW;
     while (records.size() <= mostRows && (code = sqlite3_step(query.get())) == SQLITE_ROW)
-        records.push_back(recordOf(query.get()));
+        records.push_back(recordOf(query.get(), columns));
     sqlite3_progress_handler(database, 0, nullptr, nullptr);
     if (code != SQLITE_DONE) records.clear();
     return records;
 }
 
-CallRecord QueryRunner::recordOf(sqlite3_stmt* row) {
+/// The calls of a card are mostly of one day.
+const std::string& QueryRunner::dayOf(std::int64_t date) {
+    const std::int64_t day = days_.dayOf(date);
+    if (day != latestDay_ || latestDayText_.empty()) {
+        latestDay_ = day;
+        latestDayText_ = dayText(day);
+    }
+    return latestDayText_;
+}
+
+CallRecord QueryRunner::recordOf(sqlite3_stmt* row, const std::vector<Column>& columns) {
     CallRecord record;
     bool hasDate = false;
-    for (int column = 0; column < sqlite3_column_count(row); ++column) {
-        const char* given = sqlite3_column_name(row, column);
-        const auto isNamed = [&](const char* name) { return given && strcasecmp(given, name) == 0; };
-        const std::int64_t integer = sqlite3_column_int64(row, column);
-        if (isNamed("ROWID")) {
-            record.rowId = record.logId = integer;
-        } else if (isNamed("date")) {
-            record.date = integer;
-            hasDate = true;
-        } else if (isNamed("duration")) {
-            record.duration = static_cast<std::int32_t>(integer);
-        } else if (isNamed("flags")) {
-            record.flags = static_cast<std::int32_t>(integer);
-        } else if (isNamed("face_time_data_size")) {
-            record.faceTimeDataSize = static_cast<std::int32_t>(integer);
-        } else if (isNamed("id")) {
-            record.contactId = static_cast<std::int32_t>(integer);
-        } else if (isNamed("location")) {
-            record.location = textOf(row, column);
-        } else if (isNamed("address")) {
-            record.address = textOf(row, column);
-        } else if (isNamed("extra")) {
-            record.extra = textOf(row, column);
-        } else if (isNamed("datetime")) {
-            record.day = textOf(row, column);
+    for (int at = 0; at < static_cast<int>(columns.size()); ++at) {
+        const auto small = [row, at] { return static_cast<std::int32_t>(sqlite3_column_int64(row, at)); };
+        switch (columns[static_cast<std::size_t>(at)]) {
+            case Column::rowId:
+                record.rowId = record.logId = sqlite3_column_int64(row, at);
+                break;
+            case Column::date:
+                record.date = sqlite3_column_int64(row, at);
+                hasDate = true;
+                break;
+            case Column::duration:
+                record.duration = small();
+                break;
+            case Column::flags:
+                record.flags = small();
+                break;
+            case Column::faceTimeDataSize:
+                record.faceTimeDataSize = small();
+                break;
+            case Column::contact:
+                record.contactId = small();
+                break;
+            case Column::location:
+                record.location = textOf(row, at);
+                break;
+            case Column::address:
+                record.address = textOf(row, at);
+                break;
+            case Column::day:
+                record.day = textOf(row, at);
+                break;
+            case Column::other:
+                break;
         }
     }
-    if (record.day.empty() && hasDate) record.day = dayText(days_.dayOf(record.date));
+    if (record.day.empty() && hasDate) record.day = dayOf(record.date);
     return record;
 }
 

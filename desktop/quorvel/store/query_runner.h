@@ -1,6 +1,7 @@
 // Runs statements that others have put together, on a connection that cannot write.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,10 +20,15 @@ class QueryRunner {
     std::vector<CallRecord> run(std::string_view text);
 
   private:
-    CallRecord recordOf(sqlite3_stmt* row);
+    enum class Column { other, rowId, date, duration, flags, faceTimeDataSize, contact, location, address, day };
+    static std::vector<Column> columnsOf(sqlite3_stmt* statement);
+    CallRecord recordOf(sqlite3_stmt* row, const std::vector<Column>& columns);
+    const std::string& dayOf(std::int64_t date);
 
     Connection connection_;
     LocalDays days_;
+    std::int64_t latestDay_ = 0;
+    std::string latestDayText_;
 };
 
 }  // namespace quorvel::store
