@@ -2,6 +2,7 @@
 #include "desktop/phone/keyboard.h"
 
 #include "desktop/phone/calling_screen.h"
+#include "desktop/phone/keypad_screen.h"
 #include "desktop/phone/screen_probe.h"
 #include "desktop/uikit/search_bar.h"
 #include "desktop/uikit/sheet.h"
@@ -58,12 +59,19 @@ uikit::TableView* listInFront() {
     return table;
 }
 
+KeypadScreen* keypad() {
+    const auto keypadOf = [](uikit::View* view) {
+        return view && view->controller() ? objc::peerIf<KeypadScreen>(view->controller()->object()) : nullptr;
+    };
+    return keypadOf(findView(uikit::Application::shared()->keyWindow(), keypadOf));
+}
+
 /// What typed text goes to; null for nothing.
 uikit::Responder* typedInto() {
     if (isBlocked()) return nullptr;
     if (auto* editor = uikit::firstResponder()) return editor;
-    auto* bar = searchBar();
-    return bar ? bar->field() : nullptr;
+    if (auto* bar = searchBar()) return bar->field();
+    return keypad();
 }
 
 void answerSheet(uikit::Sheet& sheet, KeyCode code) {
@@ -96,6 +104,8 @@ double scrollOf(KeyCode code, double page) {
 
 void typeText(const std::string& text) {
     auto* responder = typedInto();
+    // The keypad never has the keyboard: nobody would take it back when another tab is chosen.
+    if (responder && responder == keypad()) return responder->insertText(text);
     if (responder && (responder->isFirstResponder() || responder->becomeFirstResponder())) responder->insertText(text);
 }
 
@@ -105,6 +115,7 @@ void pressKey(KeyCode code) {
     if (isBlocked()) return;
     const auto key = editingKey(code);
     if (auto* editor = uikit::firstResponder(); editor && key) return editor->pressKey(*key);
+    if (auto* digits = keypad(); digits && key) return digits->pressKey(*key);
     auto* bar = searchBar();
     if (code == KeyCode::Escape && bar && bar->showsCancelButton()) return bar->cancel();
     auto* table = listInFront();
@@ -115,6 +126,7 @@ void pressKey(KeyCode code) {
 std::optional<uikit::Rect> typingArea() {
     auto* responder = typedInto();
     auto* view = responder ? objc::peerIf<uikit::View>(responder->object()) : nullptr;
+    if (responder && !view) view = keypad()->view();
     if (!view) return std::nullopt;
     return uikit::Rect{view->pointToWindow(view->bounds().origin), view->bounds().size};
 }

@@ -9,8 +9,9 @@
 
 namespace phone {
 
-/// Puts the text where typing goes now; where nothing is edited, a search begins with it. While something covers the
-/// screen or blocks it, and where there is nothing to type into, it is dropped. Main thread, as all of these.
+/// Puts the text where typing goes now; where nothing is edited, a search begins with it, or the keypad takes its
+/// digits. While something covers the screen or blocks it, and where there is nothing to type into, it is dropped. Main
+/// thread, as all of these.
 void typeText(const std::string& text);
 
 /// Edits with the key, or without anything to edit: Escape ends a search or a call, or takes a sheet's cancel, Return

@@ -105,6 +105,20 @@ void KeypadScreen::typeDigit(objc::Object button) {
     showDigits();
 }
 
+void KeypadScreen::insertText(std::string_view text) {
+    constexpr std::string_view typed = "0123456789*#+";
+    for (const char letter : text)
+        if (typed.find(letter) != std::string_view::npos) digits_ += letter;
+    showDigits();
+}
+
+void KeypadScreen::pressKey(EditingKey key) {
+    if (key == EditingKey::Backspace) removeDigit();
+    if (key == EditingKey::Return) call();
+    if (key == EditingKey::Escape) digits_.clear();
+    showDigits();
+}
+
 void KeypadScreen::removeDigit() {
     if (!digits_.empty()) digits_.pop_back();
     showDigits();

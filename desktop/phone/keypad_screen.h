@@ -15,6 +15,10 @@ class KeypadScreen : public uikit::ViewController {
     void loadView() override;
     const std::string& digits() const { return digits_; }
 
+    /// What a desktop's keyboard types: other letters than the keys have are left out. Return calls, Escape empties.
+    void insertText(std::string_view text) override;
+    void pressKey(EditingKey key) override;
+
   private:
     void typeDigit(objc::Object button);
     void removeDigit();

@@ -30,8 +30,6 @@ class SearchField : public View {
     bool touch(const Touch& touch) override;
     bool becomeFirstResponder() override;
     bool resignFirstResponder() override;
-    /// A field that leaves the window gives the keyboard back.
-    void windowChanged(Window* window) override;
     void insertText(std::string_view text) override;
     void pressKey(EditingKey key) override;
     std::vector<std::string> drawnTexts() const override;

@@ -77,11 +77,6 @@ bool SearchField::resignFirstResponder() {
     return View::resignFirstResponder();
 }
 
-void SearchField::windowChanged(Window* window) {
-    View::windowChanged(window);
-    if (!window && isFirstResponder()) resignFirstResponder();
-}
-
 void SearchField::insertText(std::string_view text) {
     editor_.insert(text);
     edited();

@@ -1,6 +1,7 @@
 // The desktop's keyboard: what takes typed text, and what keys do where nothing is edited.
 #include "desktop/phone/keyboard.h"
 
+#include "desktop/phone/keypad_screen.h"
 #include "desktop/uikit/search_bar.h"
 #include "desktop/uikit/sheet.h"
 #include "desktop/uikit/table_view.h"
@@ -95,6 +96,27 @@ TEST_F(KeyboardTest, returnAnswersAnAlertWithOneButton) {
     ask(Sheet::Style::Alert, {{"OK", Sheet::Role::Normal}});
     pressKey(KeyCode::Return);
     EXPECT_EQ(answers_, std::vector<long>{0});
+}
+
+TEST_F(KeyboardTest, theKeypadTakesDigitsAndItsKeys) {
+    objc::registerClasses<KeypadScreen>();
+    const auto keypad = objc::Ref<KeypadScreen>::make();
+    window().setRootViewController(keypad);
+    EXPECT_EQ(typingArea(), (uikit::Rect{{0, 0}, {320, 568}}));
+    typeText("+49 (30) x1#");
+    EXPECT_EQ(keypad->digits(), "+49301#");
+    EXPECT_EQ(uikit::firstResponder(), nullptr);
+    pressKey(KeyCode::Backspace);
+    EXPECT_EQ(keypad->digits(), "+49301");
+    std::string called;
+    uikit::Application::shared()->setUrlOpener([&](const std::string& address) {
+        called = address;
+        return true;
+    });
+    pressKey(KeyCode::Return);
+    EXPECT_EQ(called, "tel://+49301");
+    pressKey(KeyCode::Escape);
+    EXPECT_EQ(keypad->digits(), "");
 }
 
 TEST_F(KeyboardTest, theArrowsAndPagesScrollTheListInFront) {
