@@ -1,4 +1,4 @@
-// What is installed into the host's classes, and what replaced methods do while Replace-Recents is off.
+// What installed methods do, on and off. Which they are is held by tests/screens/installation_table_test.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,64 +10,11 @@ using standins::companion;
 using standins::events;
 using testing::ElementsAre;
 
-struct Added {
-    const char* className;
-    const char* selector;
-    const char* types;
-};
-
-// The product's type strings, letter for letter; they are not the runtime's own form, on purpose.
-constexpr Added added[] = {
-    {"PhoneApplication", "handleChanges", "v@"},
-    {"PHRecentsViewController", "showHUD:detailText:delegate:mode:selector:withObject:", "v@:@@:@@:@@:@i:@@:@@"},
-    {"PHRecentsViewController", "showHUD:detailText:delegate:mode:selector:", "v@:@@:@@:@@:@i:@@"},
-    {"PHRecentsViewController", "showHUD:detailText:delegate:mode:", "v@:@@:@@:@@:@i"},
-    {"PHRecentsViewController", "showHUD:detailText:delegate:", "v@:@@:@@:@@"},
-    {"PHRecentsViewController", "showHUD:detailText:", "v@:@@:@@"},
-    {"PHRecentsViewController", "showHUD:", "v@:@@"},
-    {"PHRecentsViewController", "showHUD", "v@"},
-    {"PHRecentsViewController", "updateHUD:", "v@:@@"},
-    {"PHRecentsViewController", "hideHUD:afterDelay:", "v@:@i"},
-    {"PHRecentsViewController", "hideHUD:", "v@:@i"},
-    {"PHRecentsViewController", "hideHUD", "v@"},
-    {"PHRecentsViewController", "hudWasHidden:", "v@:@@"},
-    {"PHRecentsViewController", "preferredStatusBarStyle", "i@"},
-    {"PHRecentsViewController", "segmentControl:", "@@:@@"},
-    {"PHRecentsViewController", "prepareSearchBarScopeTitlesAndTintColor", "v@"},
-    {"PHRecentsViewController", "loadCallRecordsFromDB:", "v@:@@"},
-    {"PHRecentsViewController", "initDatabase", "v@"},
-    {"PHRecentsViewController", "searchTableView", "v@"},
-    {"PHRecentsViewController", "initializeCallList", "v@"},
-    {"PHRecentsViewController", "loadCallRecsFromDBInBackGround", "v@"},
-    {"PHRecentsViewController", "loadCallRecsFromDB", "v@"},
-    {"PHRecentsViewController", "refreshTableData", "v@"},
-    {"PHRecentsViewController", "handleSegmentControler", "v@"},
-    {"PHRecentsViewController", "handleEnableDisableSearchAction:", "v@:@i"},
-    {"PHRecentsViewController", "handleApplicationDidEnterBackground:", "v@:@@"},
-    {"PHRecentsViewController", "newCallRecordAdded:", "v@:@@"},
-    {"PHRecentsViewController", "viewAppearedAction", "v@"},
-    {"PHRecentsViewController", "handleReloadDataAction", "v@"},
-    {"PHRecentsViewController", "updateNavigationBarButtonItems:groupEdit:", "v@:@i:@i"},
-    {"PHRecentsViewController", "getCallsDuration:", "i@:@@"},
-    {"PHRecentsViewController", "tableView:titleForHeaderInSection:", "v@:i@"},
-    {"PHRecentsViewController", "tableView:titleForFooterInSection:", "v@:i@"},
-    {"PHRecentsViewController", "scrollViewDidEndDecelerating:", "v@:@@"},
-};
-
 class Installation : public testing::Test {
   protected:
     void SetUp() override { standins::prepare(); }
     objc::AutoreleasePool pool_;
 };
-
-TEST_F(Installation, addsEachMethodWithTheProductsOwnTypeString) {
-    for (const auto& row : added) {
-        auto cls = reinterpret_cast<Class>(objc_getClass(row.className));
-        auto* method = class_getInstanceMethod(cls, sel_registerName(row.selector));
-        ASSERT_NE(method, nullptr) << row.selector;
-        EXPECT_STREQ(method_getTypeEncoding(method), row.types) << row.selector;
-    }
-}
 
 TEST_F(Installation, registersTheTitleMethodsAsIfTheyAnsweredNothingOnPurpose) {
     auto* method = class_getInstanceMethod(objc::classNamed<"PHRecentsViewController">(),

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "desktop/quorvel/services/counterpart.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/uikit/text.h"
 
@@ -62,7 +63,7 @@ void DataService::define(objc::ClassDefinition<DataService>& definition) {
         .method<"removeData:calFilterType:date:", &Self::removeEntry>()
         .method<"removeEntriesFromCallList:calFilterType:", &Self::removeFromLists>()
         .method<"removeLogEntry:calFilterType:", &Self::removeLogEntry>()
-        .method<"removeLogEntryFromDB:calFilterType:date:currentCount:", &Self::removeLogEntryForDay>()
+        .method<"removeLogEntryFromDB:calFilterType:date:currentCount:", &Self::removeHistory>()
         .method<"removeLogEntriesFromDB:calFilterType:", &Self::removeLogEntries>()
         .method<"allHistoryDeletedForEntry:", &Self::historyDeleted>()
         .method<"updateCallEntriesTimeStamp:dldCallEntry:rcdCallEntry:msdCallEntry:", &Self::updateTimeStamps>()
@@ -217,10 +218,19 @@ objc::Strong<> DataService::result(objc::Object statement) const {
         arrayOf(store_ ? store_->query(uikit::utf8(statement)) : std::vector<store::CallRecord>()).self()};
 }
 
+store::Result<std::vector<store::CallRecord>> DataService::historyOf(const CallEntry& entry,
+                                                                     store::Filter filter) const {
+    const auto with = Counterpart(entry).in(*store_);
+    if (!with) return with.error();
+    auto page = store_->history(filter, *with, store::Cursor::top(), store::noLimit);
+    if (!page) return page.error();
+    return std::move((*page).rows);
+}
+
 objc::Strong<> DataService::history(CallEntry* entry) const {
     std::vector<store::CallRecord> found;
     if (store_ && entry) {
-        auto calls = store_->history(store::Filter::all, entry->contact, uikit::utf8(entry->phoneNumber.load()));
+        auto calls = historyOf(*entry, store::Filter::all);
         if (calls)
             found = std::move(*calls);
         else

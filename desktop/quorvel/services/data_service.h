@@ -36,14 +36,18 @@ class DataService : public objc::PeerBase {
     objc::Strong<> durationText(std::int64_t seconds) const;
     objc::Strong<> searchedRecords(std::int64_t filter, objc::Object text, objc::Object day) const;
     objc::Strong<> result(objc::Object statement) const;
+    /// All calls of the entry's contact, with any of its numbers, or of its number in any form; newest first.
     objc::Strong<> history(CallEntry* entry) const;
     bool removeCalls(std::int64_t filter, objc::Object day);
     bool removeListed(objc::Object entries, std::int64_t filter, bool);
     bool removeEntry(CallEntry* entry, std::int64_t filter, objc::Object);
     void removeFromLists(CallEntry* entry, std::int64_t filter);
     bool removeLogEntry(CallEntry* entry, std::int64_t filter);
-    bool removeLogEntryForDay(CallEntry* entry, std::int64_t filter, objc::Object day, std::int64_t count);
+    /// The history's calls of the filter, on the day where one is given. `shown` is how many the user saw, 0 for all:
+    /// calls that came since stay.
+    bool removeHistory(CallEntry* entry, std::int64_t filter, objc::Object day, std::int64_t shown);
     bool removeLogEntries(objc::Object entries, std::int64_t filter);
+    /// The entry's calls leave the lists, but for those that came since.
     void historyDeleted(CallEntry* entry);
     /// The grouped entries show their newest remaining call. The log knows which those are.
     void updateTimeStamps(CallEntry* all, CallEntry* dialled, CallEntry* received, CallEntry* missed);
@@ -99,6 +103,8 @@ class DataService : public objc::PeerBase {
     bool failed(const store::Error& error) const;
     store::Result<std::vector<std::int64_t>> rowIdsOf(const CallEntry& entry, store::Filter filter) const;
     bool removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, std::int64_t filter, Days days);
+    store::Result<std::vector<store::CallRecord>> historyOf(const CallEntry& entry, store::Filter filter) const;
+    bool removeRows(std::vector<std::int64_t> rowIds, Days days);
     void keepInStep(const IsGone& isGone, Days days);
     void reread(store::Filter filter, store::Mode mode);
     void replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows);

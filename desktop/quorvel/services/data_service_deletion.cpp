@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <unordered_set>
 
+#include "desktop/quorvel/services/counterpart.h"
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/uikit/alert_view.h"
@@ -19,11 +20,6 @@ std::vector<objc::Ref<CallEntry>> entriesIn(objc::Object array) {
     for (unsigned long i = 0; i < count; ++i)
         entries.emplace_back(objc::send<"objectAtIndex:", CallEntry*>(kept.get(), i));
     return entries;
-}
-
-bool sameParty(std::int32_t contact, const std::string& address, const CallEntry& entry) {
-    if (contact != store::noContact || entry.contact != store::noContact) return contact == entry.contact;
-    return address == uikit::utf8(entry.phoneNumber.load());
 }
 
 bool isOf(store::Filter filter, const CallEntry& entry) {
@@ -86,10 +82,16 @@ bool DataService::removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, 
         if (!folded) return failed(folded.error());
         rowIds.insert(rowIds.end(), (*folded).begin(), (*folded).end());
     }
+    const bool isAny = !entries.empty();
+    if (!removeRows(std::move(rowIds), days)) return false;
+    if (isAny) setIsAnyRecDeleted(true);
+    for (const auto& entry : entries) entry->setIsDeleted(true);
+    return true;
+}
+
+bool DataService::removeRows(std::vector<std::int64_t> rowIds, Days days) {
     const auto deleted = store_->deleteCalls(rowIds);
     if (!deleted) return failed(deleted.error());
-    if (!entries.empty()) setIsAnyRecDeleted(true);
-    for (const auto& entry : entries) entry->setIsDeleted(true);
     const std::unordered_set<std::int64_t> gone(rowIds.begin(), rowIds.end());
     keepInStep([&](const CallEntry& entry) { return gone.contains(entry.rowId); }, days);
     return true;
@@ -129,24 +131,19 @@ bool DataService::removeLogEntry(CallEntry* entry, std::int64_t code) {
     return true;
 }
 
-bool DataService::removeLogEntryForDay(CallEntry* entry, std::int64_t code, objc::Object day, std::int64_t) {
+bool DataService::removeHistory(CallEntry* entry, std::int64_t code, objc::Object day, std::int64_t shown) {
     if (!store_ || !entry) return false;
-    const store::Filter filter = store::filterOf(code);
-    const auto bound = store_->newestRowId();
-    if (!bound) return failed(bound.error());
-    const std::int32_t contact = entry->contact;
-    const std::string address = uikit::utf8(entry->phoneNumber.load());
+    const auto calls = historyOf(*entry, store::filterOf(code));
+    if (!calls) return failed(calls.error());
     const std::string dayText = uikit::utf8(day);
-    const auto deleted = store_->deleteHistory(filter, contact, address,
-                                               day ? std::optional<std::string_view>(dayText) : std::nullopt, *bound);
-    if (!deleted) return failed(deleted.error());
+    std::vector<std::int64_t> rowIds;
+    for (const auto& call : *calls)
+        if (!day || call.day == dayText) rowIds.push_back(call.rowId);
+    // Row identifiers rise as calls come in.
+    std::sort(rowIds.begin(), rowIds.end());
+    if (shown > 0 && static_cast<std::uint64_t>(shown) < rowIds.size()) rowIds.resize(static_cast<std::size_t>(shown));
+    if (!removeRows(std::move(rowIds), Days::LeftToTheScreen)) return false;
     setIsAnyRecDeleted(true);
-    const std::int64_t newest = *bound;
-    keepInStep(
-        [&](const CallEntry& each) {
-            return each.rowId <= newest && isOf(filter, each) && isAt(day, each) && sameParty(contact, address, each);
-        },
-        Days::LeftToTheScreen);
     return true;
 }
 
@@ -157,10 +154,17 @@ bool DataService::removeLogEntries(objc::Object entries, std::int64_t code) {
 void DataService::historyDeleted(CallEntry* entry) {
     if (!store_ || !entry) return;
     setIsAnyRecDeleted(true);
-    const std::int32_t contact = entry->contact;
-    const std::string address = uikit::utf8(entry->phoneNumber.load());
+    const auto left = historyOf(*entry, store::Filter::all);
+    if (!left) {
+        failed(left.error());
+        return;
+    }
+    std::unordered_set<std::int64_t> remaining;
+    for (const auto& call : *left) remaining.insert(call.rowId);
+    const Counterpart counterpart(*entry);
     const std::int64_t days = count<0>();
-    keepInStep([&](const CallEntry& each) { return sameParty(contact, address, each); }, Days::Reread);
+    keepInStep([&](const CallEntry& each) { return !remaining.contains(each.rowId) && counterpart.isOn(each); },
+               Days::Reread);
     if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
 }
 

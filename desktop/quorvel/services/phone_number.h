@@ -8,6 +8,7 @@ namespace quorvel {
 using contacts::formattedNumber;
 using contacts::homeRegion;
 using contacts::isEmailAddress;
+using contacts::keyOf;
 using contacts::placeOf;
 using contacts::regionOf;
 using contacts::setHomeRegion;

@@ -1,0 +1,44 @@
+// Whose calls belong together, by the address book's way of comparing numbers.
+#include "desktop/quorvel/services/counterpart.h"
+
+#include "desktop/quorvel/services/contact_source.h"
+#include "desktop/quorvel/services/phone_number.h"
+#include "desktop/uikit/text.h"
+
+namespace quorvel {
+
+Counterpart::Counterpart(const CallEntry& entry) : contact_(entry.contact) {
+    if (contact_ == store::noContact) {
+        take(uikit::utf8(entry.phoneNumber.load()));
+        return;
+    }
+    const void* person = canSeeContacts() ? personOf(contact_) : nullptr;
+    for (const auto& number : numbersOf(person)) take(number);
+    for (const auto& address : emailsOf(person)) take(address);
+}
+
+void Counterpart::take(const std::string& address) {
+    spellings_.insert(address);
+    // Withheld numbers have no key: each spelling of them is compared as it stands.
+    if (const auto key = keyOf(address); !key.text.empty()) keys_.insert(key.text);
+}
+
+bool Counterpart::isOn(std::int32_t contact, const std::string& address) const {
+    if (contact != store::noContact) return contact == contact_;
+    return spellings_.contains(address) || (!keys_.empty() && keys_.contains(keyOf(address).text));
+}
+
+bool Counterpart::isOn(const CallEntry& call) const { return isOn(call.contact, uikit::utf8(call.phoneNumber.load())); }
+
+store::Result<store::Correspondent> Counterpart::in(const store::CallStore& calls) const {
+    const auto known = calls.addresses();
+    if (!known) return known.error();
+    store::Correspondent with{contact_, {}};
+    for (const auto& each : *known) {
+        if (each.contactId == store::noContact && isOn(store::noContact, each.address))
+            with.addresses.push_back(each.address);
+    }
+    return with;
+}
+
+}  // namespace quorvel
