@@ -13,9 +13,10 @@ OptionModel optionOf(const CLI::Option& option) {
     model.takesSeveral = option.get_expected_max() > 1;
     model.description = option.get_description();
     const auto& longNames = option.get_lnames();
-    const std::string type = option.get_type_name();
+    // The parser puts the bounds of a number behind the word.
+    const std::string type = option.get_type_name().substr(0, option.get_type_name().find(':'));
     // Where nothing else is said, the parser calls a value by its C++ type.
-    const bool isNamed = type != "TEXT" && type != "TEXT ...";
+    const bool isNamed = type != "TEXT" && type != "INT" && type != "UINT" && type != "FLOAT";
     if (model.isPositional) {
         model.name = isNamed && !type.empty() ? type : option.get_name(true, false);
         model.value = model.name;

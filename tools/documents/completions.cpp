@@ -75,10 +75,11 @@ std::string findPath(const CommandModel& program, const std::string& words, cons
         if (command.path != program.name) paths += (paths.empty() ? "'" : "|'") + command.path + '\'';
     });
     const auto valued = keysOf(valuedOptions(program), "|");
-    std::string text = "    local path=" + program.name + " word i\n    for ((i = " + first + "; i < " + present +
+    std::string text = "    local command=" + program.name + " word i\n    for ((i = " + first + "; i < " + present +
                        "; ++i)); do\n        word=${" + words + "[i]}\n";
     if (!valued.empty()) text += "        case $word in " + valued + ") ((++i)); continue ;; esac\n";
-    if (!paths.empty()) text += "        case \"$path $word\" in " + paths + ") path=\"$path $word\" ;; esac\n";
+    if (!paths.empty())
+        text += "        case \"$command $word\" in " + paths + ") command=\"$command $word\" ;; esac\n";
     return text + "    done\n";
 }
 
@@ -125,7 +126,7 @@ std::string bashCompletion(const CommandModel& program) {
     text += "    case $previous in\n";
     for (const auto& [name, word] : valuedOptions(program))
         text += "        " + name + ") " + bashValue(word) + "; return ;;\n";
-    text += "    esac\n    case $path in\n";
+    text += "    esac\n    case $command in\n";
     eachCommand(program, [&](const CommandModel& command) {
         text += "        '" + command.path + "')\n";
         const auto* positional = positionalOf(command);
@@ -141,7 +142,7 @@ std::string zshCompletion(const CommandModel& program) {
     std::string text = "#compdef " + program.name + "\n# Completion of " + program.name + " for zsh.\n_" +
                        program.name + "() {\n    setopt local_options ksh_arrays\n";
     text += findPath(program, "words", "1", "CURRENT - 1");
-    text += "    unsetopt ksh_arrays\n    case $path in\n";
+    text += "    unsetopt ksh_arrays\n    case $command in\n";
     eachCommand(program, [&](const CommandModel& command) {
         text += "        '" + command.path + "')\n            _arguments";
         std::set<std::string> known;
@@ -154,6 +155,8 @@ std::string zshCompletion(const CommandModel& program) {
             }
         if (const auto* positional = positionalOf(command))
             text += " \\\n                '*:" + positional->value + ":" + zshAction(positional->value) + '\'';
+        // The subcommand's own name is among the words.
+        if (!positionalOf(command) && command.commands.empty()) text += " \\\n                '*: : '";
         if (!command.commands.empty()) {
             std::string commands;
             for (const auto& each : command.commands)
