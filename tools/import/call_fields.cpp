@@ -6,6 +6,8 @@
 #include <ctime>
 #include <string>
 
+#include "tools/text/words.h"
+
 namespace tools {
 namespace {
 
@@ -114,10 +116,7 @@ std::optional<std::int64_t> parseTime(std::string_view text, LocalClock& clock) 
 }
 
 std::optional<CallKind> parseKind(std::string_view text) {
-    std::string word(text);
-    std::transform(word.begin(), word.end(), word.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
-    });
+    const std::string word = lowerCase(text);
     if (word == "dialled" || word == "dialed") return CallKind::Dialled;
     if (word == "cancelled" || word == "canceled") return CallKind::Cancelled;
     if (word == "received") return CallKind::Received;

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "tools/import/written_fields.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -59,16 +60,6 @@ std::optional<CsvColumn> otherColumnOf(const std::string& name) {
         if (std::find(names.begin(), names.end(), name) != names.end() && !name.empty()) return column;
     return std::nullopt;
 }
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
-    });
-    return lower;
-}
-
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 /// Joins as in a sentence: "a, b".
 void append(std::string& list, const std::string& text) { list += (list.empty() ? "" : ", ") + text; }

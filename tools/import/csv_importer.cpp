@@ -3,6 +3,7 @@
 
 #include "tools/import/call_fields.h"
 #include "tools/import/written_fields.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -16,7 +17,6 @@ std::string placeText(const Place& place) { return std::to_string(place.line) + 
 Complaint complaintAt(const Place& place, std::string what) {
     return {placeText(place), std::move(what), Complaint::Reach::Call};
 }
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 /// What contradicts the kind; empty where nothing does.
 std::string contradiction(CallKind kind, std::int64_t duration) {

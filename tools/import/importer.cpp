@@ -12,6 +12,7 @@
 #include "tools/import/sqlite_importer.h"
 #include "tools/import/voice_importer.h"
 #include "tools/import/xml_importer.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -39,13 +40,6 @@ std::string otherFormatOf(std::string_view head) {
     const auto found =
         std::find_if(others.begin(), others.end(), [&](const auto& each) { return head.starts_with(each.first); });
     return found == others.end() ? std::string() : found->second;
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + 32);
-    return lower;
 }
 
 /// The head without a byte order mark and the zeros of two-byte letters, up to white space.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tools/calls/json_fields.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -13,8 +14,6 @@ using quorvel::store::NewCall;
 
 constexpr const char* notOurs =
     "The JSON holds no calls that this program exported: it has to begin with \"format\": \"quorvel-calls\".";
-
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 
 #include "tools/import/call_fields.h"
 #include "tools/json/json_text.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -19,8 +20,6 @@ constexpr std::int64_t latestDate = INT32_MAX;
 constexpr std::int64_t startOf2001 = 978307200;
 /// What the handset's databases mark a blocked call with.
 constexpr std::int32_t blocked = 8;
-
-std::string quoted(const std::string& text) { return '"' + text + '"'; }
 
 std::optional<double> parseNumber(const std::string& text) {
     double value = 0;

@@ -5,6 +5,8 @@
 #include <array>
 #include <charconv>
 
+#include "tools/text/words.h"
+
 namespace tools {
 namespace {
 
@@ -88,13 +90,6 @@ std::optional<double> parseUnits(std::string_view text) {
         while (at < text.size() && (text[at] == ' ' || text[at] == ',' || text[at] == '.')) ++at;
     }
     return hasAny ? std::optional(seconds) : std::nullopt;
-}
-
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    for (char& letter : lower)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + 32);
-    return lower;
 }
 
 }  // namespace
