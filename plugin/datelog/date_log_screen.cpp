@@ -93,7 +93,11 @@ void DateLogScreen::emptyLists() {
 void DateLogScreen::viewWillAppear(bool animated) {
     auto settings = QVSettingsDataController::sharedInstance();
     auto calls = QVDataController::sharedInstance();
-    const bool reload = settings.isCallSettingsChanged() || calls.isAnyRecDeleted() || settings.isNeedToLoadData();
+    // Recents answers a deletion in a history above at once: it lets the lists go and the flags with them.
+    const bool isListGone =
+        state_.srcList.load() && listOfFilter(calls, state_.filter(), false).self != state_.srcList.load().self();
+    const bool reload =
+        settings.isCallSettingsChanged() || calls.isAnyRecDeleted() || settings.isNeedToLoadData() || isListGone;
     if (reload) {
         if (settings.isNeedToLoadData()) emptyLists();
         objc::send<"initializeCallList">(screen());

@@ -59,6 +59,12 @@ objc::Strong<NSMutableDictionary> byDay(NSArray calls) {
     return days;
 }
 
+/// Whom the question names: by the number where there is no name.
+NSString nameFor(QVCallEntry entry) {
+    if (auto name = entry.name()) return name;
+    return entry.phoneNumber() ? QuorvelUtils::getFormattedPhoneNumber(entry.phoneNumber()) : text<"">();
+}
+
 /// Here a call without a duration that nobody dialled is a missed one, whatever the filter says of it: on purpose.
 void takeFromDay(QVCallEntry day, QVCallEntry call) {
     if (call.isOutGoing()) {
@@ -156,7 +162,7 @@ void HistoryScreen::checkAndShowLogCloseTheView() {
 void HistoryScreen::showLogDeleteAllAction(objc::Object) {
     if (logInfoList_.load()->count() == 0) return;
     auto format = QuorvelUtils::getLocalizedString(rows::confirmationKey(filter(), true));
-    auto sheet = BlockActionSheet::makeWithTitle(NSString::stringWithFormat(format, entry_.load()->name()));
+    auto sheet = BlockActionSheet::makeWithTitle(NSString::stringWithFormat(format, nameFor(entry_.load())));
     screen().setActionSheet(sheet);
     sheet->setDestructiveButton(objc::send<"getShowLogDeleteAllButtonText", NSString>(screen()),
                                 [strong = objc::Strong(screen())] {
