@@ -21,6 +21,7 @@ struct CallRow {
 
 /// The columns of a CallRow in their order, with the location behind them.
 #define QUORVEL_CALL_COLUMNS "date, ROWID, kind, duration, flags, party, id, day, location"
+constexpr int partyColumn = 5;
 constexpr int locationColumn = 8;
 
 inline CallRow callRowOf(const Statement& row) {

@@ -26,7 +26,11 @@ struct DayBounds {
     std::int64_t first = 0, last = 0;
 };
 
-/// Shows calls newest first until it is told to stop by an answer of false. Returns whether it was stopped.
+/// Shows calls newest first until it is told to stop by an answer of false: those of parties that are wanted. Returns
+/// whether it was stopped.
+template <class Wanted, class See>
+bool walkWanted(Connection& connection, const Stretch& stretch, Wanted&& isWanted, See&& see);
+/// The same for all parties.
 template <class See>
 bool walk(Connection& connection, const Stretch& stretch, See&& see);
 
@@ -87,8 +91,8 @@ class Reader {
 /// The statement of a walk; `part` 0 takes the rest of the second that the cursor stands in, 1 what is older.
 Statement& walkStatement(Connection& connection, const Stretch& stretch, int part);
 
-template <class See>
-bool walk(Connection& connection, const Stretch& stretch, See&& see) {
+template <class Wanted, class See>
+bool walkWanted(Connection& connection, const Stretch& stretch, Wanted&& isWanted, See&& see) {
     // Comparing (date, ROWID) as a pair would use the date only, so the walk has two parts.
     for (const int part : {0, 1}) {
         if (part == 0 && stretch.below.rowId == INT64_MIN) continue;
@@ -96,12 +100,19 @@ bool walk(Connection& connection, const Stretch& stretch, See&& see) {
         Statement& calls = walkStatement(connection, stretch, part);
         const ResetLater later(calls);
         while (calls.step()) {
+            if (!isWanted(calls.integer(partyColumn))) continue;
             const CallRow row = callRowOf(calls);
             if (stretch.day && row.day != *stretch.day) continue;
             if (!see(row, calls.text(locationColumn))) return true;
         }
     }
     return false;
+}
+
+template <class See>
+bool walk(Connection& connection, const Stretch& stretch, See&& see) {
+    return walkWanted(
+        connection, stretch, [](std::int64_t) { return true; }, see);
 }
 
 }  // namespace quorvel::store

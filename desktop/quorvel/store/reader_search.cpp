@@ -165,11 +165,13 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
     }
     std::vector<bool> matches(static_cast<std::size_t>(found.parties.back()) + 1);
     for (const std::int64_t party : found.parties) matches[static_cast<std::size_t>(party)] = true;
+    const auto isMatch = [&](std::int64_t party) {
+        return static_cast<std::size_t>(party) < matches.size() && matches[static_cast<std::size_t>(party)];
+    };
     Page page;
     page.next = stretch.below;
-    const bool stopped = walk(connection_, stretch, [&](const CallRow& row, std::string_view location) {
-        const auto party = static_cast<std::size_t>(row.party);
-        if (party >= matches.size() || !matches[party]) return true;
+    page.rows.reserve(static_cast<std::size_t>(std::min(limit, found.calls)));
+    const bool stopped = walkWanted(connection_, stretch, isMatch, [&](const CallRow& row, std::string_view location) {
         if (static_cast<std::int64_t>(page.rows.size()) >= limit) return false;
         page.rows.push_back(recordOf(row, location));
         page.next = {row.date, row.rowId, row.day};
