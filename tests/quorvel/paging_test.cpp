@@ -1,6 +1,7 @@
 // Reading pages into the lists: appending, new lists, old holders, every mode against a plain model.
 #include <rapidcheck.h>
 
+#include "desktop/quorvel/store/import_session.h"
 #include "fixture.h"
 
 namespace quorvel::test {
@@ -60,6 +61,36 @@ TEST_F(PagingTest, anEmptiedListBeginsAtTheTop) {
     list(all).removeAllObjects();
     read(2, 0, all);
     EXPECT_EQ(rowIds(list(all)), (std::vector{4, 3}));
+}
+
+TEST_F(PagingTest, aLongReadIsTheWholeListThoughItGoesInPieces) {
+    auto session = callStore()->beginImport();
+    constexpr int calls = 2500;
+    for (int i = 0; i < calls; ++i) {
+        store::NewCall call;
+        call.address = std::to_string(i / 2);
+        call.date = noon + i;
+        ASSERT_TRUE((*session).add(call).ok());
+    }
+    ASSERT_TRUE((*session).finish().ok());
+    read(calls, 0, all);
+    const auto ids = rowIds(list(all));
+    ASSERT_EQ(ids.size(), 2500U);
+    for (int i = 0; i < calls; ++i) ASSERT_EQ(ids[static_cast<std::size_t>(i)], calls - i);
+    setSetting("isGroupContacts_Call", "on");
+    objc::send<"setCallList:">(object(), objc::Object{});
+    read(calls, 0, all);
+    ASSERT_EQ(list(all).count(), 1250U);
+    EXPECT_EQ(entry(list(all), 999).count, 2) << "a run at the end of a piece is whole";
+    EXPECT_EQ(entry(list(all), 1000).count, 2);
+}
+
+TEST_F(PagingTest, entriesOfOnePersonShareTheirTexts) {
+    add({{"100", noon, 30, 4, 7, "Anna"}, {"100", noon + 60, 30, 4, 7, "Anna"}, {"200", noon + 120, 30, 4, 8, "Bert"}});
+    read(9, 0, all);
+    EXPECT_EQ(entry(list(all), 1).name.load().self(), entry(list(all), 2).name.load().self());
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).name.load()), "Bert");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 2).phoneNumber.load()), "100");
 }
 
 TEST_F(PagingTest, aPageAskedForBelowTheEndOfTheListLeavesNoGap) {

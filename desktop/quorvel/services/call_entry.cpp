@@ -8,8 +8,8 @@
 namespace quorvel {
 namespace {
 
-objc::Strong<> textOrNil(const std::string& text) {
-    return text.empty() ? objc::Strong<>() : objc::Strong<>(uikit::nsString(text));
+objc::Strong<> textOrNil(const std::string& text, SharedTexts& texts) {
+    return text.empty() ? objc::Strong<>() : texts.of(text);
 }
 
 /// Where the log says nothing of the place, that of the number.
@@ -67,13 +67,13 @@ void CallEntry::define(objc::ClassDefinition<CallEntry>& definition) {
         .method<"setGrpByDate:", &Self::setText<&Self::day>>();
 }
 
-objc::Ref<CallEntry> CallEntry::of(const store::CallRecord& record) {
+objc::Ref<CallEntry> CallEntry::of(const store::CallRecord& record, SharedTexts& texts) {
     auto entry = objc::Ref<CallEntry>::make();
-    entry->fill(record);
+    entry->fill(record, texts);
     return entry;
 }
 
-void CallEntry::fill(const store::CallRecord& record) {
+void CallEntry::fill(const store::CallRecord& record, SharedTexts& texts) {
     rowId = static_cast<std::int32_t>(record.rowId);
     logId = static_cast<std::int32_t>(record.logId);
     contact = record.contactId;
@@ -86,11 +86,11 @@ void CallEntry::fill(const store::CallRecord& record) {
     missedCount = record.missedCount;
     dialledDuration = record.dialledDuration;
     receivedDuration = record.receivedDuration;
-    phoneNumber.store(objc::Strong<>(uikit::nsString(record.address)));
-    name.store(textOrNil(record.name));
-    phoneLabel.store(textOrNil(record.label));
-    location.store(textOrNil(placeOfCall(record)));
-    day.store(objc::Strong<>(uikit::nsString(record.day)));
+    phoneNumber.store(texts.of(record.address));
+    name.store(textOrNil(record.name, texts));
+    phoneLabel.store(textOrNil(record.label, texts));
+    location.store(textOrNil(placeOfCall(record), texts));
+    day.store(texts.of(record.day));
     // Remembered from here on, so that no row works it out while it is drawn.
     if (!record.address.empty()) formattedNumber(record.address);
 }

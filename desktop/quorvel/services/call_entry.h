@@ -3,6 +3,7 @@
 
 #include <atomic>
 
+#include "desktop/quorvel/services/shared_texts.h"
 #include "desktop/quorvel/store/call.h"
 #include "objc/layer.h"
 #include "objc/strong_slot.h"
@@ -16,10 +17,10 @@ class CallEntry : public objc::PeerBase {
     static void define(objc::ClassDefinition<CallEntry>& definition);
 
     /// A new entry with the record's fields, owned by the caller.
-    static objc::Ref<CallEntry> of(const store::CallRecord& record);
+    static objc::Ref<CallEntry> of(const store::CallRecord& record, SharedTexts& texts);
     /// Takes over the record's fields, one by one; a call without a place gets that of its number. What rows say of the
     /// number is worked out here, on the thread that read the record.
-    void fill(const store::CallRecord& record);
+    void fill(const store::CallRecord& record, SharedTexts& texts);
     /// Whether it stands for a day.
     bool isDay() const { return dialledCount + receivedCount + missedCount > 0; }
     /// The list besides "all" that the call belongs to.

@@ -12,6 +12,8 @@ namespace quorvel {
 namespace {
 
 constexpr int dayList = 4;
+/// A long read goes in pieces, so that the records that become entries are never many at a time.
+constexpr std::int64_t mostAtOnce = 1000;
 
 int listIndex(store::Filter filter, store::Mode mode) {
     if (store::rowKindOf(filter, mode) == store::RowKind::day) return dayList;
@@ -26,7 +28,8 @@ void report(const char* what, const store::Error& error) {
 
 objc::Ref<CallArray> arrayOf(const std::vector<store::CallRecord>& records) {
     auto array = objc::Ref<CallArray>::make();
-    for (const auto& record : records) array->append(objc::Object{CallEntry::of(record).self()});
+    SharedTexts texts;
+    for (const auto& record : records) array->append(objc::Object{CallEntry::of(record, texts).self()});
     return array;
 }
 
@@ -105,7 +108,7 @@ objc::Ref<CallArray> DataService::arrayIn(List& list) {
 void DataService::append(List& list, const store::Page& page, store::Mode mode) {
     const auto array = arrayIn(list);
     for (const auto& record : page.rows) {
-        const auto entry = CallEntry::of(record);
+        const auto entry = CallEntry::of(record, texts_);
         array->append(objc::Object{entry.self()});
         list.last = objc::Strong<>(objc::Object{entry.self()});
     }
@@ -141,12 +144,22 @@ void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_
             cursor = *found;
         }
     }
-    const auto page = store_->page(filter, mode, cursor, wanted);
-    if (!page) return report("calls could not be read", page.error());
-    append(list, *page, mode);
+    std::int64_t appended = 0;
+    for (bool atEnd = false; !atEnd && appended < wanted;) {
+        const auto page = store_->page(filter, mode, cursor, std::min(wanted - appended, mostAtOnce));
+        if (!page) {
+            report("calls could not be read", page.error());
+            break;
+        }
+        append(list, *page, mode);
+        appended += static_cast<std::int64_t>((*page).rows.size());
+        cursor = (*page).next;
+        atEnd = (*page).atEnd || (*page).rows.empty();
+    }
     const auto now = array->snapshot();
-    const bool isAppended = now.size() == held.size() + (*page).rows.size() && now[0] == held[0];
-    if (!isAppended && first > 0) replaceByTop(list, filter, mode, end);
+    const bool isAppended =
+        static_cast<std::int64_t>(now.size()) == first + appended && (first == 0 || now[0] == held[0]);
+    if (!isAppended && (first > 0 || appended > mostAtOnce)) replaceByTop(list, filter, mode, end);
 }
 
 void DataService::readCallsForDate(objc::Object, std::int64_t, std::int64_t code, objc::Object day) {
@@ -181,7 +194,8 @@ std::int64_t DataService::totalCount(std::int64_t code) {
 
 std::int64_t DataService::totalDuration(std::int64_t code) {
     const store::Filter filter = store::filterOf(code);
-    if (!store_) return 0;
+    // Missed calls last no time: nobody has to ask the log.
+    if (!store_ || filter == store::Filter::missed) return 0;
     const auto totals = store_->totals(filter, presentMode());
     if (!totals) {
         report("calls could not be summed", totals.error());

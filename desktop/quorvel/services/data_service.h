@@ -116,8 +116,9 @@ class DataService : public objc::PeerBase {
     // All, dialled, received, missed; the last is the days. Counts and durations belong to the first four.
     List lists_[5];
     std::atomic<bool> anyDeleted_{false};
-    // Held by whatever reads the log into lists or brings them in step with it.
+    // Held by whatever reads the log into lists or brings them in step with it; guards the texts too.
     std::recursive_mutex filling_;
+    SharedTexts texts_;
 };
 
 }  // namespace quorvel

@@ -76,8 +76,8 @@ void DataService::replaceBy(List& list, const store::Page& page, store::Mode mod
     std::vector<objc::Ref<CallEntry>> entries;
     for (const auto& record : page.rows) {
         const auto found = known.find(record.rowId);
-        entries.push_back(found == known.end() ? CallEntry::of(record) : objc::Ref<CallEntry>(found->second));
-        entries.back()->fill(record);
+        entries.push_back(found == known.end() ? CallEntry::of(record, texts_) : objc::Ref<CallEntry>(found->second));
+        entries.back()->fill(record, texts_);
     }
     array->replaceAll(objectsOf(entries));
     list.last = entries.empty() ? objc::Strong<>() : objc::Strong<>(objc::Object{entries.back().self()});
@@ -100,7 +100,7 @@ void DataService::rereadDays(store::Mode mode) {
             return false;
         }
         if (*found) {
-            entry.fill(**found);
+            entry.fill(**found, texts_);
             return false;
         }
         for (auto* number : {&entry.dialledCount, &entry.receivedCount, &entry.missedCount, &entry.dialledDuration,
