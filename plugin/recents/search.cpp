@@ -8,6 +8,7 @@
 #include "plugin/companion/settings.h"
 #include "plugin/recents/filter_controls.h"
 #include "plugin/recents/loading.h"
+#include "plugin/recents/record_set.h"
 #include "plugin/recents/search_rule.h"
 #include "plugin/rows/snapshot_list.h"
 
@@ -29,25 +30,24 @@ bool matches(QVCallEntry entry, NSString part) {
 /// What was found already: names and numbers while calls are grouped by contact, else record identities.
 class Seen {
   public:
-    explicit Seen(bool grouped) : grouped_(grouped), keys_(NSMutableSet::make()) {}
+    explicit Seen(bool grouped) : grouped_(grouped) {}
 
-    bool holds(QVCallEntry entry) const {
-        if (!grouped_) return keys_->containsObject(NSNumber::numberWithInt(entry.iLogOID()));
-        // Each may have come from another entry.
-        return keys_->containsObject(orEmpty(entry.name())) && keys_->containsObject(orEmpty(entry.phoneNumber()));
-    }
-    void add(QVCallEntry entry) {
-        if (!grouped_) {
-            keys_->addObject(NSNumber::numberWithInt(entry.iLogOID()));
-            return;
-        }
-        keys_->addObject(orEmpty(entry.name()));
-        keys_->addObject(orEmpty(entry.phoneNumber()));
+    /// Answers whether it was not there before.
+    bool add(QVCallEntry entry) {
+        if (!grouped_) return records_.add(entry.iLogOID());
+        // Name and number were seen though each came from another entry: adding them adds nothing.
+        const NSUInteger before = countOf(texts_.get());
+        texts_->addObject(orEmpty(entry.name()));
+        texts_->addObject(orEmpty(entry.phoneNumber()));
+        return countOf(texts_.get()) > before;
     }
 
   private:
+    static NSUInteger countOf(NSMutableSet texts) { return objc::send<"count", NSUInteger>(texts); }
+
     bool grouped_;
-    objc::Strong<NSMutableSet> keys_;
+    RecordSet records_;
+    objc::Strong<NSMutableSet> texts_ = NSMutableSet::make();
 };
 
 /// Adds what matches and was not seen among the first `most` entries.
@@ -55,9 +55,7 @@ void scan(NSArray entries, NSUInteger most, NSString part, Seen& seen, NSMutable
     const NSUInteger count = std::min(entries.count(), most);
     for (NSUInteger i = 0; i < count; ++i) {
         auto entry = entries.objectAtIndex<QVCallEntry>(i);
-        if (!entry || !matches(entry, part) || seen.holds(entry)) continue;
-        found.addObject(entry);
-        seen.add(entry);
+        if (entry && matches(entry, part) && seen.add(entry)) found.addObject(entry);
     }
 }
 

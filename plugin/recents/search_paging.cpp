@@ -2,6 +2,7 @@
 #include "plugin/companion/data_controller.h"
 #include "plugin/companion/settings.h"
 #include "plugin/recents/loading.h"
+#include "plugin/recents/record_set.h"
 #include "plugin/recents/search.h"
 #include "plugin/rows/snapshot_list.h"
 
@@ -10,24 +11,39 @@ namespace {
 
 bool equalTexts(NSString left, NSString right) { return left && right && left.isEqualToString(right); }
 
-bool isShown(QVCallEntry entry, NSArray shown) {
-    const NSUInteger count = shown.count();
-    for (NSUInteger i = 0; i < count; ++i) {
-        auto other = shown.objectAtIndex<QVCallEntry>(i);
-        // The setting is read for every comparison: it may change while the list is long.
-        const bool grouped = QVSettingsDataController::sharedInstance().isGroupContacts_Call();
-        if (grouped ? sameNameOrNumber(other, entry) : other.ROWID() == entry.ROWID()) return true;
+/// The results that are shown, looked up by what makes another the same: many are compared with many.
+class Shown {
+  public:
+    explicit Shown(NSArray results) {
+        const NSUInteger count = results.count();
+        for (NSUInteger i = 0; i < count; ++i) {
+            auto entry = results.objectAtIndex<QVCallEntry>(i);
+            records_.add(entry.ROWID());
+            if (auto name = entry.name()) names_->addObject(name);
+            if (auto number = entry.phoneNumber()) numbers_->addObject(number);
+        }
     }
-    return false;
-}
+    bool holds(QVCallEntry entry) const {
+        // The setting is read for every entry: it may change while the list is long.
+        if (!QVSettingsDataController::sharedInstance().isGroupContacts_Call()) return records_.holds(entry.ROWID());
+        return isAmong(entry.name(), names_.get()) || isAmong(entry.phoneNumber(), numbers_.get());
+    }
 
-objc::Strong<NSMutableArray> notShownYet(NSArray fetched, NSArray shown) {
+  private:
+    static bool isAmong(NSString value, NSMutableSet values) { return value && values.containsObject(value); }
+
+    RecordSet records_;
+    objc::Strong<NSMutableSet> names_ = NSMutableSet::make();
+    objc::Strong<NSMutableSet> numbers_ = NSMutableSet::make();
+};
+
+objc::Strong<NSMutableArray> notShownYet(NSArray fetched, NSArray results) {
+    const Shown shown(results);
     auto fresh = NSMutableArray::make();
-    fresh->addObjectsFromArray(fetched);
     const NSUInteger count = fetched.count();
     for (NSUInteger i = 0; i < count; ++i) {
         auto entry = fetched.objectAtIndex<QVCallEntry>(i);
-        if (isShown(entry, shown)) fresh->removeObject(entry);
+        if (!shown.holds(entry)) fresh->addObject(entry);
     }
     return fresh;
 }
