@@ -1,26 +1,8 @@
-// Delete all, delete searched and the confirmation before them.
-#include "desktop/notify/notify.h"
-#include "tests/messages/recents_screen.h"
+// Delete all, and the confirmation before it.
+#include "tests/messages/recents_deletion.h"
 
 namespace recentsmessages {
 namespace {
-
-class RecentsDeletion : public RecentsMessages {
-  protected:
-    void openWith(int rows) {
-        companion().setRows(1, people(rows));
-        open();
-    }
-    void ask() const { send<"deleteAllAction:">(objc::Object{}); }
-    /// The log's lines about the database and the lists.
-    static std::vector<std::string> work() {
-        auto lines = log().lines();
-        std::erase_if(lines, [](const std::string& line) {
-            return line.find("HUD:") != std::string::npos || line.find("indicator") != std::string::npos;
-        });
-        return lines;
-    }
-};
 
 TEST_F(RecentsDeletion, ofNothingShowsNoMenu) {
     openWith(0);
@@ -155,6 +137,65 @@ TEST_F(RecentsDeletion, ofMissedCallsLowersTheRowsByThoseThatTheListOfAllHeldBef
     EXPECT_THAT(log().linesWith("updateDateEntry"), ElementsAre("worker: updateDateEntry"));
 }
 
+TEST_F(RecentsDeletion, ofMissedCallsLowersRowsAndTotalByTheThreeThatTheListOfAllHeld) {
+    openWith(4);
+    companion().lists[0].store(callcompanion::arrayOf({{.id = 1, .isMissed = true},
+                                                       {.id = 2, .isReceived = true},
+                                                       {.id = 3, .isMissed = true},
+                                                       {.id = 4, .isMissed = true}}));
+    companion().setRows(4, people(9));
+    pick(3);
+    settle();
+    EXPECT_EQ(header(), "9 of MSD shown");
+    EXPECT_EQ(footer(), "of 9");
+    std::vector<std::string> beforeTheReload;
+    companion().duringDropping = [&] { beforeTheReload = {header(), footer()}; };
+    send<"removeAllRecords">();
+    settle();
+    EXPECT_THAT(beforeTheReload, ElementsAre("6 of MSD shown", "of 6"));
+}
+
+/// Only reached by the message itself: while a search is on, the button deletes what was found.
+TEST_F(RecentsDeletion, ofAFilterDuringASearchTakesEveryMatchOutOfAllCallsOnceForEachOnPurpose) {
+    openWith(0);
+    companion().lists[0].store(callcompanion::arrayOf({{.id = 1, .name = "p", .number = "100"},
+                                                       {.id = 2, .name = "q", .number = "200"},
+                                                       {.id = 3, .name = "r", .number = "100"}}));
+    companion().setRows(4, {{.id = 4, .name = "p", .number = "100"}, {.id = 5, .name = "p", .number = "300"}});
+    pick(3);
+    settle();
+    type("p");
+    settle();
+    std::vector<int> left;
+    companion().duringDropping = [&] { left = callcompanion::idsIn(companion().list(1)); };
+    send<"removeAllRecords">();
+    settle();
+    EXPECT_THAT(left, ElementsAre(2)) << "a name or a number is enough";
+}
+
+TEST_F(RecentsDeletion, ofAFilterDuringAGroupedSearchTakesTheCallsOffTheGroupedEntries) {
+    companion().isGroupContacts = true;
+    openWith(0);
+    const auto five = callcompanion::entryOf({.id = 1, .name = "p", .number = "100", .count = 5});
+    const auto two = callcompanion::entryOf({.id = 2, .name = "q", .number = "200", .count = 2});
+    auto all = callcompanion::arrayOf({});
+    all->addObject(five.get());
+    all->addObject(two.get());
+    companion().lists[0].store(all);
+    companion().setRows(
+        4, {{.id = 4, .name = "p", .number = "100", .count = 2}, {.id = 5, .name = "q", .number = "200", .count = 2}});
+    pick(3);
+    settle();
+    type("0");
+    settle();
+    std::vector<int> left;
+    companion().duringDropping = [&] { left = callcompanion::idsIn(companion().list(1)); };
+    send<"removeAllRecords">();
+    settle();
+    EXPECT_THAT(left, ElementsAre(1));
+    EXPECT_EQ(five->count(), 3);
+}
+
 TEST_F(RecentsDeletion, thatTheDatabaseRefusesReloadsTheListWithoutAMessage) {
     openWith(3);
     companion().refusesDeletions = true;
@@ -166,6 +207,18 @@ TEST_F(RecentsDeletion, thatTheDatabaseRefusesReloadsTheListWithoutAMessage) {
     EXPECT_THAT(log().linesWith("list "), IsEmpty()) << "no list is dropped";
 }
 
+TEST_F(RecentsDeletion, thatTheDatabaseRefusesGoesBackToTheRootAllTheSame) {
+    openWith(3);
+    auto* stack = objc::peerOf<uikit::NavigationController>(send<"navigationController", objc::Object>());
+    const auto above = objc::make<objc::Object>(objc::classNamed<"UIViewController">());
+    stack->pushViewControllerAnimated(objc::peerOf<uikit::ViewController>(above.self()), false);
+    companion().refusesDeletions = true;
+    ask();
+    confirm();
+    settle();
+    EXPECT_EQ(stack->stack().size(), 1U);
+}
+
 TEST_F(RecentsDeletion, postsNothing) {
     openWith(3);
     while (notify::pending()) notify::deliverPending();
@@ -173,122 +226,6 @@ TEST_F(RecentsDeletion, postsNothing) {
     confirm();
     settle();
     EXPECT_FALSE(notify::pending());
-}
-
-class RecentsFoundDeletion : public RecentsDeletion {
-  protected:
-    /// A search of missed calls that found 1, 2 and 3.
-    void findMissed() {
-        companion().setRows(1, people(3));
-        companion().setRows(4, people(3));
-        open();
-        pick(3);
-        settle();
-        type("person");
-        settle();
-        log().clear();
-    }
-};
-
-TEST_F(RecentsFoundDeletion, showsMinusOneRowWhereEverythingWasLoadedOnPurpose) {
-    findMissed();
-    send<"loadMoreSearchedRecords">();
-    ask();
-    companion().refusesDeletions = true;
-    confirm();
-    EXPECT_EQ(rows(), -1);
-}
-
-TEST_F(RecentsFoundDeletion, showsTheLoadMoreRowAloneWhereMoreCanBeLoaded) {
-    findMissed();
-    ask();
-    companion().refusesDeletions = true;
-    confirm();
-    EXPECT_EQ(rows(), 1);
-}
-
-TEST_F(RecentsFoundDeletion, runsInThisOrder) {
-    findMissed();
-    ask();
-    log().clear();
-    trace();
-    confirm();
-    settle();
-    EXPECT_THAT(work(), ElementsAre("main: handleDeleteAllAction", "main: removeSearchedRecordsInBackGround",
-                                    "worker: removeSearchedRecords", "worker: delete listed 3 of 4 YES",
-                                    "worker: removeCallsFromCallList:", "worker: forget entry 1 of 4",
-                                    "worker: forget entry 2 of 4", "worker: forget entry 3 of 4",
-                                    "worker: setEditing:", "worker: setEditing:animated:", "worker: editButtonClicked:",
-                                    "worker: updateNavigationBarButtonItems:groupEdit:", "worker: initializeCallList",
-                                    "worker: count of 4", "worker: duration of 4", "worker: refreshTableData",
-                                    "main: setEditing:animated:", "main: updateNavigationBarButtonItems:groupEdit:"));
-}
-
-TEST_F(RecentsFoundDeletion, leavesTheResultsEmptyAndTheirEditMode) {
-    findMissed();
-    send<"editButtonClicked:">(objc::Object{});
-    settle();
-    ask();
-    confirm();
-    settle();
-    EXPECT_FALSE(results()->isEditing());
-    EXPECT_THAT(found(), IsEmpty());
-    EXPECT_TRUE(button(1)->isHidden());
-}
-
-TEST_F(RecentsFoundDeletion, thatEmptiesTheLoadedListShowsTheMatchesOfThePageThatFollows) {
-    companion().setRows(1, people(120));
-    open();
-    type("person");
-    settle();
-    ask();
-    confirm();
-    settle();
-    const auto shown = found();
-    EXPECT_EQ(shown.size(), 50U);
-    EXPECT_EQ(shown.front(), 51);
-}
-
-TEST_F(RecentsFoundDeletion, dropsAListOfAllCallsThatWasPagedWhileGrouped) {
-    companion().isGroupContacts = true;
-    companion().setRows(1, people(120));
-    companion().setRows(4, people(3));
-    open();
-    send<"loadMoreRecordsAction">();
-    pick(3);
-    settle();
-    type("person");
-    ask();
-    confirm();
-    settle();
-    EXPECT_FALSE(companion().list(1));
-    EXPECT_EQ(companion().counts[0], 0);
-    // Forgotten again, so that other tests begin without it.
-    type("");
-    companion().isNeedToLoadData = true;
-    send<"viewAppearedAction">();
-    settle();
-}
-
-TEST_F(RecentsFoundDeletion, thatIsRefusedSaysSoAndLeavesTheListsAsTheyWere) {
-    findMissed();
-    companion().refusesDeletions = true;
-    ask();
-    log().clear();
-    confirm();
-    settle();
-    EXPECT_THAT(log().linesWith("error"), ElementsAre(AllOf(HasSubstr("worker: error"), HasSubstr("\""))));
-    EXPECT_THAT(log().linesWith("forget"), IsEmpty());
-    send<"searchTableView">();
-    EXPECT_THAT(found(), ElementsAre(1, 2, 3));
-}
-
-TEST_F(RecentsFoundDeletion, takesTheUpkeepsListNotItsArgumentOutOfTheScreensList) {
-    findMissed();
-    auto other = callcompanion::arrayOf({});
-    send<"removeCallsFromCallList:">(other.get());
-    EXPECT_EQ(companion().list(4).count(), 0U);
-    EXPECT_THAT(found(), IsEmpty());
 }
 
 TEST_F(RecentsDeletion, upkeepOfAllCallsWithoutASearchForgetsTheOtherFilters) {

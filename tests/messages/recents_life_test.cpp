@@ -1,12 +1,19 @@
 // The Recents screen's life: what its view builds, when lists are loaded again, what the background closes.
 #include <dlfcn.h>
 
+#include "desktop/uikit/text.h"
 #include "tests/messages/recents_screen.h"
 
 namespace recentsmessages {
 namespace {
 
-using RecentsLife = RecentsMessages;
+class RecentsLife : public RecentsMessages {
+  protected:
+    std::string title() const {
+        const auto text = send<"title", objc::Object>();
+        return text ? uikit::utf8(text) : std::string();
+    }
+};
 
 TEST_F(RecentsLife, withoutSearchThereIsNoBarAndTheSegmentsAreTheOnlyFilterControl) {
     companion().isSearchEnabled = false;
@@ -27,6 +34,16 @@ TEST_F(RecentsLife, groupedByDateThereIsATitleInPlaceOfTheSegmentsAndNoBar) {
     open();
     EXPECT_EQ(segments(), nullptr);
     EXPECT_EQ(table()->tableHeaderView(), nullptr);
+    EXPECT_EQ(title(), "Title");
+}
+
+TEST_F(RecentsLife, theTitleOfDaysLeavesWhenTheSegmentsComeBack) {
+    companion().isGroupByDate = true;
+    open();
+    companion().isGroupByDate = false;
+    send<"handleSegmentControler">();
+    EXPECT_NE(segments(), nullptr);
+    EXPECT_EQ(title(), "");
 }
 
 TEST_F(RecentsLife, groupingByDateForgetsTheFilterThatWasChosenBefore) {
