@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "sized_log.h"
+#include "bench/store/sized_log.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "sized_log.h"
+#include "bench/store/sized_log.h"
 
 namespace {
 

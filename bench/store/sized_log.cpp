@@ -1,5 +1,5 @@
 // The calls are made with a fixed seed.
-#include "sized_log.h"
+#include "bench/store/sized_log.h"
 
 #include <algorithm>
 #include <map>

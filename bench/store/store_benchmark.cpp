@@ -6,34 +6,18 @@
 #include <string>
 #include <unordered_map>
 
+#include "bench/store/bare_page.h"
+#include "bench/store/sized_log.h"
 #include "desktop/quorvel/store/import_session.h"
 #include "desktop/quorvel/store/local_days.h"
-#include "sized_log.h"
 
 namespace {
 
 using namespace quorvel::store;
 
 void bareFirstPage(benchmark::State& state) {
-    sqlite3* database = nullptr;
-    sqlite3_open(storeOf(state.range(0)).path().c_str(), &database);
-    sqlite3_stmt* page = nullptr;
-    sqlite3_prepare_v2(
-        database,
-        "select ROWID, address, date, duration, flags, id, datetime, location from call indexed by call_by_date "
-        "order by date desc, ROWID desc limit 50",
-        -1, &page, nullptr);
-    for (auto _ : state) {
-        std::int64_t sum = 0;
-        while (sqlite3_step(page) == SQLITE_ROW) {
-            for (const int column : {0, 2, 3, 4, 5}) sum += sqlite3_column_int64(page, column);
-            for (const int column : {1, 6, 7}) benchmark::DoNotOptimize(sqlite3_column_text(page, column));
-        }
-        sqlite3_reset(page);
-        benchmark::DoNotOptimize(sum);
-    }
-    sqlite3_finalize(page);
-    sqlite3_close(database);
+    BarePage page(storeOf(state.range(0)).path());
+    for (auto _ : state) benchmark::DoNotOptimize(page.fetch());
 }
 
 template <bool byDate, bool byContact, Filter filter>

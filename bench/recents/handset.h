@@ -1,0 +1,30 @@
+// The telephone application with the plug-in in it, in the benchmark's own process, on a log of a size.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+#include "platform/uikit_screens.h"
+#include "plugin/companion/data_controller.h"
+
+namespace bench {
+
+/// The log of that many calls.
+std::filesystem::path logOf(std::int64_t calls);
+/// The Recents screen with the first page of that log, at rest. The application is launched at the first call.
+UIViewController recentsOn(std::int64_t calls);
+/// Gives the lists up; the next load reads the first page again.
+void forgetLists();
+/// Loads more until that many rows are shown, as the load-more row does.
+void loadMoreTo(UIViewController recents, std::int64_t rows);
+/// What the main queue holds is done.
+void drain();
+/// Begins a search, or goes on with it, by what is typed.
+void type(const char* text);
+void endSearch();
+/// Entries of the list of all calls that are loaded.
+std::int64_t loadedEntries();
+
+inline QVDataController service() { return QVDataController::sharedInstance(); }
+
+}  // namespace bench
