@@ -268,7 +268,8 @@ class Visits : public HistoryTest {
     /// Opens the history of a call, deletes from it, and leaves.
     void visit(ModelLog& log, bool byContact) {
         const auto& chosen = log.calls[*rc::gen::inRange<std::size_t>(0, log.calls.size())];
-        const auto shown = CallEntry::of(**callStore()->call(chosen.id));
+        SharedTexts texts;
+        const auto shown = CallEntry::of(**callStore()->call(chosen.id), texts);
         const objc::Object shownObject{shown.self()};
         const auto calls = historyOf(shownObject);
         const auto expected = log.history(chosen);

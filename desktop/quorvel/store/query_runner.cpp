@@ -75,6 +75,7 @@ std::vector<QueryRunner::Column> QueryRunner::columnsOf(sqlite3_stmt* statement)
         {"location", Column::location},
         {"address", Column::address},
         {"datetime", Column::day},
+        {"extra", Column::extra},
     };
     std::vector<Column> columns;
     for (int at = 0; at < sqlite3_column_count(statement); ++at) {
@@ -157,6 +158,9 @@ CallRecord QueryRunner::recordOf(sqlite3_stmt* row, const std::vector<Column>& c
                 break;
             case Column::day:
                 record.day = textOf(row, at);
+                break;
+            case Column::extra:
+                record.extra = textOf(row, at);
                 break;
             case Column::other:
                 break;

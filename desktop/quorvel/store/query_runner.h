@@ -20,7 +20,7 @@ class QueryRunner {
     std::vector<CallRecord> run(std::string_view text);
 
   private:
-    enum class Column { other, rowId, date, duration, flags, faceTimeDataSize, contact, location, address, day };
+    enum class Column { other, rowId, date, duration, flags, faceTimeDataSize, contact, location, address, day, extra };
     static std::vector<Column> columnsOf(sqlite3_stmt* statement);
     CallRecord recordOf(sqlite3_stmt* row, const std::vector<Column>& columns);
     const std::string& dayOf(std::int64_t date);
