@@ -124,4 +124,18 @@ TEST(ADay, showsWhatAHistoryAboveItHasLeft) {
     EXPECT_THAT(shown.linesOf("footer"), ElementsAre("footer \"1 call, 0:00:40\""));
 }
 
+TEST(ADay, isLeftForRecentsOnceItsLastCallIsDeletedInAHistory) {
+    const Handset handset;
+    handset.fill(threeDays());
+    ASSERT_EQ(handset.run("set region DE\nset isGroupByDate on\n").status, 0);
+    const auto shown = handset.run(
+        "tap row 0\ntap detail 0\ntap \"Call History\"\nswipe 0\nswipe 0\ntap back\ntap back\nshow\nleave\nreturn\n"
+        "show\n");
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(shown.linesOf("screen"),
+                ElementsAre("screen PHRecentsViewController", "screen PHRecentsViewController"));
+    EXPECT_THAT(shown.linesOf("rows"), ElementsAre("rows 2", "rows 2"));
+    EXPECT_THAT(shown.linesOf("footer"), ElementsAre("footer \"2 days, 0:02:20\"", "footer \"2 days, 0:02:20\""));
+}
+
 }  // namespace

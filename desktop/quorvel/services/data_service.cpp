@@ -90,6 +90,7 @@ void DataService::setStore(std::unique_ptr<store::CallStore> calls) {
         list.last = {};
         list.day.clear();
     }
+    days_.clear();
     anyDeleted_ = false;
 }
 
@@ -104,11 +105,21 @@ objc::Ref<CallArray> DataService::arrayIn(List& list) {
     return made;
 }
 
+/// The day's one entry, as it is now: a screen that stands over the day sees its counts.
+objc::Ref<CallEntry> DataService::dayOf(const store::CallRecord& record) {
+    const auto [known, isNew] = days_.try_emplace(record.day);
+    if (isNew)
+        known->second = CallEntry::of(record, texts_);
+    else
+        known->second->fill(record, texts_);
+    return known->second;
+}
+
 /// Appends the page's rows, and remembers where the next page begins.
 void DataService::append(List& list, const store::Page& page, store::Mode mode) {
     const auto array = arrayIn(list);
     for (const auto& record : page.rows) {
-        const auto entry = CallEntry::of(record, texts_);
+        const auto entry = &list == &lists_[dayList] ? dayOf(record) : CallEntry::of(record, texts_);
         array->append(objc::Object{entry.self()});
         list.last = objc::Strong<>(objc::Object{entry.self()});
     }

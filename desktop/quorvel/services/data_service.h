@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "desktop/quorvel/services/call_entry.h"
@@ -100,6 +101,7 @@ class DataService : public objc::PeerBase {
 
     static objc::Ref<CallArray> arrayIn(List& list);
     void append(List& list, const store::Page& page, store::Mode mode);
+    objc::Ref<CallEntry> dayOf(const store::CallRecord& record);
     bool failed(const store::Error& error) const;
     store::Result<std::vector<std::int64_t>> rowIdsOf(const CallEntry& entry, store::Filter filter) const;
     bool removeNamed(const std::vector<objc::Ref<CallEntry>>& entries, std::int64_t filter, Days days);
@@ -115,6 +117,8 @@ class DataService : public objc::PeerBase {
     std::unique_ptr<store::CallStore> store_;
     // All, dialled, received, missed; the last is the days. Counts and durations belong to the first four.
     List lists_[5];
+    // Under the lock of filling: one entry for each day that was read, also while screens alone hold it.
+    std::unordered_map<std::string, objc::Ref<CallEntry>> days_;
     std::atomic<bool> anyDeleted_{false};
     // Held by whatever reads the log into lists or brings them in step with it; guards the texts too.
     std::recursive_mutex filling_;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/services/settings_service.h"
@@ -75,6 +76,10 @@ void DataService::replaceBy(List& list, const store::Page& page, store::Mode mod
     for (std::size_t i = 0; i < held.size(); ++i) known.emplace(entryOf(held[i])->rowId, entryOf(held[i]));
     std::vector<objc::Ref<CallEntry>> entries;
     for (const auto& record : page.rows) {
+        if (&list == &lists_[dayList]) {
+            entries.push_back(dayOf(record));
+            continue;
+        }
         const auto found = known.find(record.rowId);
         entries.push_back(found == known.end() ? CallEntry::of(record, texts_) : objc::Ref<CallEntry>(found->second));
         entries.back()->fill(record, texts_);
@@ -87,27 +92,23 @@ void DataService::replaceBy(List& list, const store::Page& page, store::Mode mod
 
 /// The days' entries: those whose calls are all gone say so and leave the list.
 void DataService::rereadDays(store::Mode mode) {
-    List& list = lists_[dayList];
-    const auto kept = list.array.load();
-    auto* array = objc::peerIf<CallArray>(kept);
-    if (!array) return;
     mode.groupByDate = true;
-    array->removeIf([&](objc::Object object) {
-        CallEntry& entry = *entryOf(object);
+    std::unordered_set<const CallEntry*> emptied;
+    std::erase_if(days_, [&](const auto& each) {
+        CallEntry& entry = *each.second;
         const auto found = store_->remaining(store::Filter::all, mode, entry.record());
-        if (!found) {
-            report(found.error());
-            return false;
-        }
-        if (*found) {
-            entry.fill(**found, texts_);
-            return false;
-        }
+        if (!found) report(found.error());
+        if (found && *found) entry.fill(**found, texts_);
+        if (!found || *found) return false;
         for (auto* number : {&entry.dialledCount, &entry.receivedCount, &entry.missedCount, &entry.dialledDuration,
                              &entry.receivedDuration})
             *number = 0;
+        emptied.insert(&entry);
         return true;
     });
+    const auto kept = lists_[dayList].array.load();
+    auto* array = objc::peerIf<CallArray>(kept);
+    if (array) array->removeIf([&](objc::Object object) { return emptied.contains(entryOf(object)); });
 }
 
 /// The number of days is left alone where the screens themselves take the emptied days off it.
