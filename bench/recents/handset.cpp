@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <map>
+#include <optional>
 #include <stdexcept>
 
 #include "bench/store/sized_log.h"
@@ -28,23 +29,36 @@ void orThrow(const std::optional<std::string>& trouble) {
     if (trouble) throw std::runtime_error(*trouble);
 }
 
-/// A data directory with that many calls, filled once.
-quorvel::DataDirectory directoryOf(std::int64_t calls) {
-    static std::map<std::int64_t, quorvel::store::Folder> folders;
-    const auto [folder, isNew] = folders.try_emplace(calls);
+struct Log {
+    std::int64_t calls;
+    Callers callers;
+    auto operator<=>(const Log&) const = default;
+};
+
+/// A data directory with that log, filled once.
+quorvel::DataDirectory directoryOf(const Log& log) {
+    static std::map<Log, quorvel::store::Folder> folders;
+    const auto [folder, isNew] = folders.try_emplace(log);
     auto opened = quorvel::DataDirectory::open(folder->second.file("data"));
     if (auto* trouble = std::get_if<std::string>(&opened)) throw std::runtime_error(*trouble);
     auto directory = std::get<quorvel::DataDirectory>(std::move(opened));
     if (isNew) {
         auto store = valueOf(quorvel::store::CallStore::open(directory.calls()));
         auto session = valueOf(store.beginImport());
-        for (const auto& call : quorvel::store::makeCalls(calls)) valueOf(session.add(call));
+        for (auto& call : quorvel::store::makeCalls(log.calls)) {
+            if (log.callers == Callers::one) {
+                call.address = "+493012345678";
+                call.contactId = quorvel::store::noContact;
+                call.name.clear();
+            }
+            valueOf(session.add(call));
+        }
         valueOf(session.finish());
     }
     return directory;
 }
 
-void open(std::int64_t calls) { orThrow(quorvel::openCompanion(directoryOf(calls), TEXTS_FOLDER)); }
+void open(const Log& log) { orThrow(quorvel::openCompanion(directoryOf(log), TEXTS_FOLDER)); }
 
 void launch() {
     setenv("TZ", "UTC", 1);
@@ -66,21 +80,22 @@ void launch() {
 
 }  // namespace
 
-std::filesystem::path logOf(std::int64_t calls) { return directoryOf(calls).calls(); }
+std::filesystem::path logOf(std::int64_t calls, Callers callers) { return directoryOf({calls, callers}).calls(); }
 
-UIViewController recentsOn(std::int64_t calls) {
-    static std::int64_t present = 0;
-    if (present == calls) {
+UIViewController recentsOn(std::int64_t calls, Callers callers) {
+    static std::optional<Log> present;
+    const Log log{calls, callers};
+    if (present == log) {
         forgetLists();
-    } else if (present == 0) {
-        open(calls);
+    } else if (!present) {
+        open(log);
         launch();
     } else {
         quorvel::closeCompanion();
-        open(calls);
-        QVSettingsDataController::sharedInstance().setIsNeedToLoadData(true);
+        open(log);
+        forgetLists();
     }
-    present = calls;
+    present = log;
     const auto recents = objc::as<UIViewController>(phone::frontScreen()->object());
     objc::send<"viewAppearedAction">(recents);
     orThrow(phone::settle());

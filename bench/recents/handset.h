@@ -9,10 +9,13 @@
 
 namespace bench {
 
+/// Who is in a log: people called with skew, or one number in every call.
+enum class Callers { many, one };
+
 /// The log of that many calls.
-std::filesystem::path logOf(std::int64_t calls);
+std::filesystem::path logOf(std::int64_t calls, Callers callers = Callers::many);
 /// The Recents screen with the first page of that log, at rest. The application is launched at the first call.
-UIViewController recentsOn(std::int64_t calls);
+UIViewController recentsOn(std::int64_t calls, Callers callers = Callers::many);
 /// Gives the lists up; the next load reads the first page again.
 void forgetLists();
 /// Loads more until that many rows are shown, as the load-more row does.

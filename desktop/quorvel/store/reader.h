@@ -74,6 +74,7 @@ class Reader {
     Cursor cursorInSpan(Filter filter, bool fold, std::int64_t span, std::int64_t number);
     std::optional<DayBounds> boundsOf(std::int64_t day);
     std::vector<std::int64_t> partiesOf(const Correspondent& with);
+    Page gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
     /// `expected` calls, more or less, are in the stretch.
     Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
                 std::int64_t expected);

@@ -1,5 +1,7 @@
 // Calls found by whom they were with: search, history, and what a deletion is to take.
 #include <algorithm>
+#include <span>
+#include <utility>
 
 #include "desktop/quorvel/store/kept_aside.h"
 #include "desktop/quorvel/store/local_days.h"
@@ -22,26 +24,26 @@ bool isNewer(const CallRow& one, const CallRow& other) {
     return one.date != other.date ? one.date > other.date : one.rowId > other.rowId;
 }
 
-/// Shows the party's calls of the stretch, newest first, until it answers false.
+constexpr const char* keysOfParty =
+    "select date, ROWID, kind, 0, 0, party, 0, day from call indexed by call_by_party where party = ?1 and date <= ?2 "
+    "and date >= ?3 order by date desc, ROWID desc";
+constexpr const char* callsOfParty =
+    "select " QUORVEL_CALL_COLUMNS
+    " from call indexed by call_by_party where party = ?1 and date <= ?2 and date >= ?3 order by date desc, ROWID desc";
+
+/// Shows the party's calls of the stretch, newest first, until it answers false. Of the keys alone, which the index
+/// holds, a row has no duration, flags and contact.
 template <class See>
-void walkParty(Connection& connection, std::int64_t party, const Stretch& stretch, See&& see) {
-    Statement& calls = connection.statement(
-        "select date, ROWID, kind, day from call indexed by call_by_party where party = ?1 and date <= ?2 and date >= "
-        "?3 "
-        "order by date desc, ROWID desc");
+void walkParty(Connection& connection, const char* text, std::int64_t party, const Stretch& stretch, See&& see) {
+    Statement& calls = connection.statement(text);
     const ResetLater later(calls);
     calls.bind(1, party).bind(2, stretch.below.date).bind(3, stretch.since);
     while (calls.step()) {
-        CallRow row;
-        row.date = calls.integer(0);
-        row.rowId = calls.integer(1);
-        row.kind = calls.integer(2);
-        row.party = party;
-        row.day = calls.integer(3);
+        const CallRow row = callRowOf(calls);
         if (row.date == stretch.below.date && row.rowId >= stretch.below.rowId) continue;
         if (stretch.filter != Filter::all && row.kind != static_cast<std::int64_t>(stretch.filter)) continue;
         if (stretch.day && row.day != *stretch.day) continue;
-        if (!see(row)) return;
+        if (!see(row, calls)) return;
     }
 }
 
@@ -79,7 +81,7 @@ std::vector<CallRecord> Reader::wholeCalls(std::span<const std::int64_t> rowIds)
 std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, const Stretch& stretch) {
     std::vector<CallRow> rows;
     for (const std::int64_t party : parties) {
-        walkParty(connection_, party, stretch, [&](const CallRow& row) {
+        walkParty(connection_, keysOfParty, party, stretch, [&](const CallRow& row, const Statement&) {
             rows.push_back(row);
             return true;
         });
@@ -88,26 +90,39 @@ std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, co
     return rows;
 }
 
+Page Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
+    std::vector<std::pair<CallRow, std::string>> calls;
+    for (const std::int64_t party : parties) {
+        walkParty(connection_, callsOfParty, party, stretch, [&](const CallRow& row, const Statement& found) {
+            calls.emplace_back(row, found.text(locationColumn));
+            return true;
+        });
+    }
+    if (parties.size() > 1) {
+        std::sort(calls.begin(), calls.end(),
+                  [](const auto& one, const auto& other) { return isNewer(one.first, other.first); });
+    }
+    const auto size = std::min(static_cast<std::int64_t>(calls.size()), limit);
+    Page all;
+    all.next = stretch.below;
+    all.atEnd = size == static_cast<std::int64_t>(calls.size());
+    all.rows.reserve(static_cast<std::size_t>(size));
+    for (const auto& [row, location] : std::span(calls).first(static_cast<std::size_t>(size))) {
+        all.rows.push_back(recordOf(row, location));
+        all.next = {row.date, row.rowId, row.day};
+    }
+    return all;
+}
+
 Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
                     std::int64_t expected) {
-    if (limit >= expected) {
-        // All of them are wanted, so sorting is cheaper than merging.
-        const std::vector<CallRow> rows = rowsOf(parties, stretch);
-        Page all;
-        all.next = stretch.below;
-        all.atEnd = static_cast<std::int64_t>(rows.size()) <= limit;
-        for (const CallRow& row : rows) {
-            if (static_cast<std::int64_t>(all.rows.size()) >= limit) break;
-            appendRow(all, row.rowId);
-            all.next = {row.date, row.rowId, row.day};
-        }
-        return all;
-    }
+    // All of them are wanted, so sorting is cheaper than merging.
+    if (limit >= expected) return gatherAll(parties, stretch, limit);
     const auto nextOf = [&](std::int64_t party, const Cursor& below) {
         std::optional<CallRow> next;
         Stretch rest = stretch;
         rest.below = below;
-        walkParty(connection_, party, rest, [&](const CallRow& row) {
+        walkParty(connection_, keysOfParty, party, rest, [&](const CallRow& row, const Statement&) {
             next = row;
             return false;
         });
