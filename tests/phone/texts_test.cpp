@@ -4,8 +4,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
+#include <sstream>
+#include <string>
 
 namespace phone {
 namespace {
@@ -18,10 +19,14 @@ class TextsTest : public testing::TestWithParam<const char*> {
         return {std::istreambuf_iterator<char>(stream), {}};
     }
     static std::set<std::string> keysOf(const std::string& content) {
-        static const std::regex entry("\n\"([^\"]+)\" = \"[^\"]+\";");
+        // Lines of the form "key" = "text";
         std::set<std::string> keys;
-        for (std::sregex_iterator each(content.begin(), content.end(), entry), end; each != end; ++each)
-            keys.insert((*each)[1]);
+        std::istringstream lines(content);
+        for (std::string line; std::getline(lines, line);) {
+            const auto between = line.find("\" = \"");
+            if (line.starts_with('"') && line.ends_with("\";") && between != std::string::npos)
+                keys.insert(line.substr(1, between - 1));
+        }
         return keys;
     }
 };
