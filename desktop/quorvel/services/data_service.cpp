@@ -115,13 +115,22 @@ objc::Ref<CallEntry> DataService::dayOf(const store::CallRecord& record) {
     return known->second;
 }
 
-/// Appends the page's rows, and remembers where the next page begins.
+/// Appends the page's rows, and remembers where the next page begins. What rows say of numbers is worked out before the
+/// first of them can be seen, and an empty list gets them in one change: who counts it meanwhile takes no part of a
+/// page for the whole.
 void DataService::append(List& list, const store::Page& page, store::Mode mode) {
     const auto array = arrayIn(list);
+    const auto made = objc::Ref<CallArray>::make();
     for (const auto& record : page.rows) {
         const auto entry = &list == &lists_[dayList] ? dayOf(record) : CallEntry::of(record, texts_);
-        array->append(objc::Object{entry.self()});
+        made->append(objc::Object{entry.self()});
         list.last = objc::Strong<>(objc::Object{entry.self()});
+    }
+    if (array->count() == 0) {
+        array->addObjectsFromArray(objc::Object{made.self()});
+    } else {
+        const auto entries = made->snapshot();
+        for (std::size_t i = 0; i < entries.size(); ++i) array->append(objc::Object{entries[i]});
     }
     list.below = page.next;
     list.mode = mode;
