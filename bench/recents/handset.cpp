@@ -6,6 +6,7 @@
 #include <optional>
 #include <stdexcept>
 
+#include "bench/store/bare_deletion.h"
 #include "bench/store/sized_log.h"
 #include "desktop/dispatch/clock.h"
 #include "desktop/dispatch/main_loop.h"
@@ -35,13 +36,17 @@ struct Log {
     auto operator<=>(const Log&) const = default;
 };
 
+quorvel::DataDirectory directoryIn(const quorvel::store::Folder& folder) {
+    auto opened = quorvel::DataDirectory::open(folder.file("data"));
+    if (auto* trouble = std::get_if<std::string>(&opened)) throw std::runtime_error(*trouble);
+    return std::get<quorvel::DataDirectory>(std::move(opened));
+}
+
 /// A data directory with that log, filled once.
 quorvel::DataDirectory directoryOf(const Log& log) {
     static std::map<Log, quorvel::store::Folder> folders;
     const auto [folder, isNew] = folders.try_emplace(log);
-    auto opened = quorvel::DataDirectory::open(folder->second.file("data"));
-    if (auto* trouble = std::get_if<std::string>(&opened)) throw std::runtime_error(*trouble);
-    auto directory = std::get<quorvel::DataDirectory>(std::move(opened));
+    auto directory = directoryIn(folder->second);
     if (isNew) {
         auto store = valueOf(quorvel::store::CallStore::open(directory.calls()));
         auto session = valueOf(store.beginImport());
@@ -58,7 +63,16 @@ quorvel::DataDirectory directoryOf(const Log& log) {
     return directory;
 }
 
-void open(const Log& log) { orThrow(quorvel::openCompanion(directoryOf(log), TEXTS_FOLDER)); }
+/// A data directory with a copy of that log. It lasts until the next one is made.
+quorvel::DataDirectory directoryOfACopy(std::int64_t calls) {
+    static std::optional<quorvel::store::Folder> folder;
+    folder.emplace();
+    auto directory = directoryIn(*folder);
+    quorvel::store::copyLog(calls, directory.calls());
+    return directory;
+}
+
+void open(const quorvel::DataDirectory& directory) { orThrow(quorvel::openCompanion(directory, TEXTS_FOLDER)); }
 
 void launch() {
     setenv("TZ", "UTC", 1);
@@ -78,37 +92,62 @@ void launch() {
         ->launch(objc::classOf<phone::PhoneApplication>());
 }
 
-}  // namespace
+/// The log that is open, where one is that others may meet again.
+std::optional<Log> present;
 
-std::filesystem::path logOf(std::int64_t calls, Callers callers) { return directoryOf({calls, callers}).calls(); }
-
-UIViewController recentsOn(std::int64_t calls, Callers callers) {
-    static std::optional<Log> present;
-    const Log log{calls, callers};
-    if (present == log) {
-        forgetLists();
-    } else if (!present) {
-        open(log);
-        launch();
-    } else {
-        quorvel::closeCompanion();
-        open(log);
-        forgetLists();
-    }
-    present = log;
+/// The Recents screen, appearing with the first page of what the companion has open.
+UIViewController appear() {
     const auto recents = objc::as<UIViewController>(phone::frontScreen()->object());
     objc::send<"viewAppearedAction">(recents);
     orThrow(phone::settle());
     return recents;
 }
 
+UIViewController appearOn(const quorvel::DataDirectory& directory) {
+    static bool isLaunched = false;
+    quorvel::closeCompanion();
+    open(directory);
+    if (!isLaunched) launch();
+    isLaunched = true;
+    forgetLists();
+    return appear();
+}
+
+}  // namespace
+
+std::filesystem::path logOf(std::int64_t calls, Callers callers) { return directoryOf({calls, callers}).calls(); }
+
+UIViewController recentsOn(std::int64_t calls, Callers callers) {
+    const Log log{calls, callers};
+    if (present == log) {
+        forgetLists();
+        return appear();
+    }
+    present = log;
+    return appearOn(directoryOf(log));
+}
+
+UIViewController recentsOnACopy(std::int64_t calls) {
+    present.reset();
+    return appearOn(directoryOfACopy(calls));
+}
+
 void forgetLists() { QVSettingsDataController::sharedInstance().setIsNeedToLoadData(true); }
 
-void loadMoreTo(UIViewController recents, std::int64_t rows) {
-    while (loadedEntries() < rows) {
+void loadMoreTo(UIViewController recents, std::int64_t rows, Filter filter) {
+    const auto loaded = [&] { return static_cast<std::int64_t>(listOfFilter(service(), filter, false).count()); };
+    while (loaded() < rows) {
         const objc::AutoreleasePool pool;
         objc::send<"loadMoreRecordsAction">(recents);
     }
+}
+
+void switchTo(UIViewController recents, Filter filter) {
+    if (phone::titleSegments()->selectedSegmentIndex() == static_cast<long>(filter) - 1) return;
+    auto* segments = phone::titleSegments();
+    segments->setSelectedSegmentIndex(static_cast<long>(filter) - 1);
+    objc::send<"segmentAction:">(recents, segments->object());
+    orThrow(phone::settle());
 }
 
 void drain() {

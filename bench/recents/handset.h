@@ -16,10 +16,14 @@ enum class Callers { many, one };
 std::filesystem::path logOf(std::int64_t calls, Callers callers = Callers::many);
 /// The Recents screen with the first page of that log, at rest. The application is launched at the first call.
 UIViewController recentsOn(std::int64_t calls, Callers callers = Callers::many);
+/// The same on a copy of that log, which may be changed. The copy goes when the next screen is asked for.
+UIViewController recentsOnACopy(std::int64_t calls);
 /// Gives the lists up; the next load reads the first page again.
 void forgetLists();
 /// Loads more until that many rows are shown, as the load-more row does.
-void loadMoreTo(UIViewController recents, std::int64_t rows);
+void loadMoreTo(UIViewController recents, std::int64_t rows, Filter filter = Filter::All);
+/// Shows the filter's calls, as its segment does.
+void switchTo(UIViewController recents, Filter filter);
 /// What the main queue holds is done.
 void drain();
 /// Begins a search, or goes on with it, by what is typed.

@@ -154,7 +154,9 @@ void memory(benchmark::State& state, Load load) {
     if (bench::loadedEntries() < rows) state.SkipWithError("not all rows were loaded");
 }
 
-void memoryPageByPage(benchmark::State& state) { memory(state, bench::loadMoreTo); }
+void memoryPageByPage(benchmark::State& state) {
+    memory(state, [](UIViewController recents, std::int64_t rows) { bench::loadMoreTo(recents, rows); });
+}
 void memoryInOneRead(benchmark::State& state) {
     memory(state, [](UIViewController, std::int64_t rows) {
         const objc::AutoreleasePool pool;

@@ -108,7 +108,7 @@ class DataService : public objc::PeerBase {
     store::Result<std::vector<store::CallRecord>> historyOf(const CallEntry& entry, store::Filter filter) const;
     bool removeRows(std::vector<std::int64_t> rowIds, Days days);
     void keepInStep(const IsGone& isGone, Days days);
-    void reread(store::Filter filter, store::Mode mode);
+    bool reread(store::Filter filter, store::Mode mode);
     void replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows);
     void replaceBy(List& list, const store::Page& page, store::Mode mode);
     void rereadDays(store::Mode mode);

@@ -107,8 +107,9 @@ bool DataService::removeEntry(CallEntry* entry, std::int64_t code, objc::Object)
     return removeNamed({entry}, code, Days::Reread);
 }
 
+/// A screen that deleted many calls asks this for each of them: those left the lists together, with their calls.
 void DataService::removeFromLists(CallEntry* entry, std::int64_t) {
-    if (!entry) return;
+    if (!entry || entry->isDeleted()) return;
     const std::int32_t rowId = entry->rowId;
     const std::lock_guard lock(filling_);
     for (int i = 0; i < 4; ++i) {

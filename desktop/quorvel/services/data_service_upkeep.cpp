@@ -30,7 +30,7 @@ std::vector<objc::Object> objectsOf(const std::vector<objc::Ref<CallEntry>>& ent
 }  // namespace
 
 /// Lists of single calls lose what is gone. Folded ones are read again as far as they were loaded: runs may have joined
-/// where a call between them went.
+/// where a call between them went. What is gone leaves them too where the log cannot be read.
 void DataService::keepInStep(const IsGone& isGone, Days days) {
     const std::lock_guard lock(filling_);
     const store::Mode mode = SettingsService::shared()->mode();
@@ -38,9 +38,7 @@ void DataService::keepInStep(const IsGone& isGone, Days days) {
         List& list = lists_[static_cast<int>(filter) - 1];
         const auto kept = list.array.load();
         if (auto* array = objc::peerIf<CallArray>(kept)) {
-            if (mode.groupByContact)
-                reread(filter, mode);
-            else
+            if (!mode.groupByContact || !reread(filter, mode))
                 array->removeIf([&](objc::Object object) { return isGone(*entryOf(object)); });
         }
     }
@@ -48,19 +46,24 @@ void DataService::keepInStep(const IsGone& isGone, Days days) {
     recount(days);
 }
 
-/// The first rows of the filter's list, as many as it holds, in one step. Entries that stay keep their objects.
-void DataService::reread(store::Filter filter, store::Mode mode) {
+/// The first rows of the filter's list, as many as it holds, in one step. Entries that stay keep their objects. False
+/// when the log cannot be read; the list is as it was then.
+bool DataService::reread(store::Filter filter, store::Mode mode) {
     List& list = lists_[static_cast<int>(filter) - 1];
     const auto kept = list.array.load();
     auto* array = objc::peerIf<CallArray>(kept);
     const auto held = array ? static_cast<std::int64_t>(array->count()) : 0;
-    if (held == 0) return;
+    if (held == 0) return true;
     // The list of all calls is one of calls or runs here, also where the screen shows days.
     mode.groupByDate = false;
-    if (list.day.empty()) return replaceByTop(list, filter, mode, held);
-    const auto page = store_->dayPage(filter, mode, list.day, 0, store::noLimit);
-    if (!page) return report(page.error());
+    const auto page = list.day.empty() ? store_->page(filter, mode, store::Cursor::top(), held)
+                                       : store_->dayPage(filter, mode, list.day, 0, store::noLimit);
+    if (!page) {
+        report(page.error());
+        return false;
+    }
     replaceBy(list, *page, mode);
+    return true;
 }
 
 void DataService::replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows) {
