@@ -1,6 +1,8 @@
 // An NSMutableArray that any number of threads read and change without a lock, each reader seeing one consistent state.
 #pragma once
 
+#include <array>
+
 #include "objc/class.h"
 #include "objc/snapshot_store.h"
 
@@ -18,15 +20,72 @@ struct IndexRange {
     unsigned long length;
 };
 
-/// Keeps a snapshot for as long as the object lives.
+/// What `copy` of a snapshot array answers: an immutable array of one state, whose objects live as long as it does. It
+/// costs the same however long the array is.
 template <Name name>
-class SnapshotHolder : public PeerBase {
+class SnapshotCopy : public PeerBase {
   public:
-    using Super = Foreign<"NSObject">;
-    static constexpr auto className = join(name, Name{"Snapshot"});
-    static void define(ClassDefinition<SnapshotHolder>&) {}
+    using Super = Foreign<"NSArray">;
+    static constexpr auto className = join(name, Name{"Copy"});
+    static void define(ClassDefinition<SnapshotCopy>& definition) {
+        definition.template method<"init", &SnapshotCopy::init>();
+        definition.template method<"count", &SnapshotCopy::count>();
+        definition.template method<"objectAtIndex:", &SnapshotCopy::objectAtIndex>();
+        definition.template method<"copyWithZone:", &SnapshotCopy::copyWithZone>();
+        definition.template method<"countByEnumeratingWithState:objects:count:", &SnapshotCopy::countByEnumerating>();
+    }
+    static Ref<SnapshotCopy> of(Snapshot snapshot) {
+        auto copy = Ref<SnapshotCopy>::make();
+        copy->snapshot = std::move(snapshot);
+        return copy;
+    }
+
+    Object init() { return {self}; }
+    unsigned long count() const { return snapshot.size(); }
+    Object objectAtIndex(unsigned long index) const { return snapshot[index]; }
+    Object copyWithZone(void*) const { return Strong<Object>(Object{self}).take(); }
+    unsigned long countByEnumerating(FastEnumerationState* state, id*, unsigned long) const {
+        static unsigned long unchanging = 0;
+        if (state->state != 0) return 0;
+        state->state = 1;
+        state->items = snapshot.objects();
+        state->mutations = &unchanging;
+        return snapshot.size();
+    }
 
     Snapshot snapshot;
+};
+
+/// The objects of any array in one state, for reading them in order: a snapshot where it has one, else a copy.
+template <class Array, class Copy>
+class ElementsOf {
+  public:
+    explicit ElementsOf(Object array) {
+        if (auto* other = peerIf<Array>(array))
+            snapshot_ = other->snapshot();
+        else if (auto* copy = peerIf<Copy>(array))
+            snapshot_ = copy->snapshot;
+        else
+            copy_ = Strong<Object>::adopt(send<"copy", Object>(array));
+        size_ = copy_ ? send<"count", unsigned long>(copy_) : snapshot_.size();
+    }
+
+    unsigned long size() const { return size_; }
+    template <class See>
+    void each(See see) const {
+        for (std::size_t i = 0; i < snapshot_.size(); ++i) see(snapshot_[i]);
+        if (!copy_) return;
+        FastEnumerationState state{};
+        std::array<id, 16> room;
+        while (unsigned long count = send<"countByEnumeratingWithState:objects:count:", unsigned long>(
+                   copy_, &state, room.data(), room.size()))
+            for (unsigned long i = 0; i < count; ++i) see(Object{state.items[i]});
+    }
+
+  private:
+    Snapshot snapshot_;
+    Strong<Object> copy_;
+    unsigned long size_ = 0;
 };
 
 }  // namespace detail
@@ -41,10 +100,10 @@ struct Encoding<detail::IndexRange> {
 ///
 /// As an NSMutableArray it differs in this: reading past the end answers nil, removing and replacing there do nothing,
 /// inserting there appends, and a null object is not added. An object that it answers stays alive until the caller's
-/// autorelease pool ends, an enumeration runs over the state that it began with, and `copy` is an ordinary immutable
-/// array of one state. Two messages in a row may meet two states: who needs several answers that fit together asks a
-/// copy, an enumeration or a Snapshot. Adding at the end costs the same however long the array is; every other change
-/// copies it.
+/// autorelease pool ends, an enumeration runs over the state that it began with, and `copy` is an immutable array of
+/// one state, which answers nil past its end too. Two messages in a row may meet two states: who needs several answers
+/// that fit together asks a copy, an enumeration or a Snapshot. Adding at the end and `copy` cost the same however long
+/// the array is; every other change copies it.
 template <Name name>
 class SnapshotArray : public PeerBase {
   public:
@@ -81,18 +140,18 @@ class SnapshotArray : public PeerBase {
     void replaceObject(unsigned long index, Object object);
     void setArray(Object array);
 
-    Object copyWithZone(void*) const { return asArray(store_.snapshot()).take(); }
+    Object copyWithZone(void*) const { return Copy::of(store_.snapshot()).takeOwner().take(); }
     Object mutableCopyWithZone(void*) const;
     Strong<Object> objectEnumerator() const;
     unsigned long countByEnumerating(detail::FastEnumerationState* state, id*, unsigned long);
 
   private:
-    static Strong<Object> asArray(const Snapshot& snapshot);
+    using Copy = detail::SnapshotCopy<name>;
+    using Elements = detail::ElementsOf<SnapshotArray, Copy>;
+
     static std::span<const Object> all(const Snapshot& snapshot) {
         return {reinterpret_cast<const Object*>(snapshot.objects()), snapshot.size()};
     }
-    /// One state of any array: through a copy, which is free for an immutable one.
-    static Snapshot stateOf(Object array);
     void removeRange(detail::IndexRange range);
 
     SnapshotStore store_;
@@ -100,7 +159,7 @@ class SnapshotArray : public PeerBase {
 
 template <Name name>
 void SnapshotArray<name>::define(ClassDefinition<SnapshotArray>& definition) {
-    classOf<detail::SnapshotHolder<name>>();
+    classOf<Copy>();
     definition.template method<"init", &SnapshotArray::init>();
     definition.template method<"initWithCapacity:", &SnapshotArray::initWithCapacity>();
     definition.template method<"initWithObjects:count:", &SnapshotArray::initWithObjects>();
@@ -147,12 +206,13 @@ Object SnapshotArray<name>::initWithObjects(const id* objects, unsigned long cou
 
 template <Name name>
 void SnapshotArray<name>::addObjectsFromArray(Object array) {
-    Snapshot added = stateOf(array);
+    const Elements added(array);
     if (added.size() == 0) return;
     store_.change([&](const Snapshot& present, SnapshotStore::Draft& draft) {
-        draft.reserve((present.size() + added.size()) * 2);
+        // What was added to once is likely to be added to again.
+        draft.reserve(present.size() == 0 ? added.size() : (present.size() + added.size()) * 2);
         for (Object object : all(present)) draft.add(object);
-        for (Object object : all(added)) draft.add(object);
+        added.each([&](Object object) { draft.add(object); });
         return true;
     });
 }
@@ -194,7 +254,8 @@ void SnapshotArray<name>::removeObjectIdenticalTo(Object object) {
 template <Name name>
 void SnapshotArray<name>::removeObjectsInArray(Object array) {
     // A set, so that many out of many cost no more than one look at each.
-    auto unwanted = make<Object, "initWithArray:">(classNamed<"NSSet">(), asArray(stateOf(array)).get());
+    auto copy = Strong<Object>::adopt(send<"copy", Object>(array));
+    auto unwanted = make<Object, "initWithArray:">(classNamed<"NSSet">(), copy.get());
     removeIf([&](Object present) { return send<"containsObject:", bool>(unwanted, present); });
 }
 
@@ -219,7 +280,12 @@ void SnapshotArray<name>::replaceObject(unsigned long index, Object object) {
 
 template <Name name>
 void SnapshotArray<name>::setArray(Object array) {
-    store_.replaceAll(all(stateOf(array)));
+    const Elements wanted(array);
+    store_.change([&](const Snapshot&, SnapshotStore::Draft& draft) {
+        if (wanted.size() > 0) draft.reserve(wanted.size());
+        wanted.each([&](Object object) { draft.add(object); });
+        return true;
+    });
 }
 
 template <Name name>
@@ -231,41 +297,17 @@ Object SnapshotArray<name>::mutableCopyWithZone(void*) const {
 
 template <Name name>
 Strong<Object> SnapshotArray<name>::objectEnumerator() const {
-    return Strong<Object>(send<"objectEnumerator", Object>(asArray(store_.snapshot())));
+    const auto copy = Copy::of(store_.snapshot());
+    return Strong<Object>(send<"objectEnumerator", Object>(Object{copy.self()}));
 }
 
 template <Name name>
 unsigned long SnapshotArray<name>::countByEnumerating(detail::FastEnumerationState* state, id*, unsigned long) {
-    static unsigned long unchanging = 0;
     if (state->state != 0) return 0;
-    auto holder = Ref<detail::SnapshotHolder<name>>::make();
-    holder->snapshot = store_.snapshot();
-    state->state = 1;
-    state->items = holder->snapshot.objects();
-    state->mutations = &unchanging;
-    unsigned long count = holder->snapshot.size();
-    autorelease(holder.takeOwner());
+    auto copy = Copy::of(store_.snapshot());
+    const unsigned long count = copy->countByEnumerating(state, nullptr, 0);
+    autorelease(copy.takeOwner());
     return count;
-}
-
-template <Name name>
-Strong<Object> SnapshotArray<name>::asArray(const Snapshot& snapshot) {
-    return make<Object, "initWithObjects:count:">(classNamed<"NSArray">(), static_cast<const id*>(snapshot.objects()),
-                                                  static_cast<unsigned long>(snapshot.size()));
-}
-
-template <Name name>
-Snapshot SnapshotArray<name>::stateOf(Object array) {
-    if (auto* other = peerIf<SnapshotArray>(array)) return other->snapshot();
-    auto copy = Strong<Object>::adopt(send<"copy", Object>(array));
-    SnapshotStore state;
-    unsigned long count = send<"count", unsigned long>(copy);
-    state.change([&](const Snapshot&, SnapshotStore::Draft& draft) {
-        if (count != 0) draft.reserve(count);
-        for (unsigned long i = 0; i < count; ++i) draft.add(send<"objectAtIndex:", Object>(copy, i));
-        return true;
-    });
-    return state.snapshot();
 }
 
 }  // namespace objc

@@ -151,6 +151,17 @@ class SnapshotStore {
         }
     }
 
+    /// Makes these objects, whose references it takes over, the content of an empty array that nobody else knows yet.
+    /// None may be null.
+    void adopt(std::span<Strong<Object>> objects) {
+        if (objects.empty()) return;
+        Buffer* buffer = Buffer::make(objects.size());
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            buffer->places()[i].store(objects[i].take().self, std::memory_order_relaxed);
+        buffer->count.store(objects.size(), std::memory_order_relaxed);
+        Slot::drop(slot_.take(buffer));
+    }
+
     /// Replaces the whole content in one step by what `build` answers: build(const Snapshot& present, Draft& draft)
     /// adds objects to the draft, or answers false for no change. It may run several times, and every time but the last
     /// is without effect. Answers the content that was replaced (the present one when nothing changed).

@@ -116,6 +116,55 @@ TEST_F(SnapshotArray, aCopyKeepsItsState) {
     EXPECT_FALSE(objc::isKindOf(copy, objc::classOf<Array>()));
 }
 
+TEST_F(SnapshotArray, aCopyRetainsNoElementAndIsItsOwnCopy) {
+    objc::AutoreleasePool pool;
+    fill(3);
+    const auto retained = objc::send<"retainCount", unsigned long>(array_->snapshot()[0]);
+    auto copy = Strong<Object>::adopt(objc::send<"copy", Object>(array()));
+    EXPECT_EQ((objc::send<"retainCount", unsigned long>(array_->snapshot()[0])), retained);
+    EXPECT_EQ(Strong<Object>::adopt(objc::send<"copy", Object>(copy)).self(), copy.self());
+    EXPECT_FALSE((objc::send<"objectAtIndex:", Object>(copy, 3UL)));
+    objc::send<"removeAllObjects">(array());
+    EXPECT_EQ(living(), 3);
+    copy = {};
+    EXPECT_EQ(living(), 0);
+}
+
+TEST_F(SnapshotArray, takesTheElementsOfAnyArray) {
+    objc::AutoreleasePool pool;
+    auto ordinary = objc::make<Object>(objc::classNamed<"NSMutableArray">());
+    auto other = objc::Ref<Array>::make();
+    for (int i = 0; i < 40; ++i) {
+        objc::send<"addObject:">(ordinary, makeTracked(i).get());
+        other->append(makeTracked(40 + i));
+    }
+    const auto copyOfOther = Strong<Object>::adopt(objc::send<"copy", Object>(Object{other.self()}));
+    objc::send<"addObjectsFromArray:">(array(), ordinary.get());
+    objc::send<"addObjectsFromArray:">(array(), Object{other.self()});
+    objc::send<"addObjectsFromArray:">(array(), copyOfOther.get());
+    objc::send<"addObjectsFromArray:">(array(), array());
+    objc::send<"addObjectsFromArray:">(array(), Object{});
+    std::vector<int> expected;
+    for (int round = 0; round < 2; ++round) {
+        for (int i = 0; i < 80; ++i) expected.push_back(i);
+        for (int i = 40; i < 80; ++i) expected.push_back(i);
+    }
+    EXPECT_EQ(values(), expected);
+    objc::send<"setArray:">(array(), ordinary.get());
+    EXPECT_EQ(values(), std::vector<int>(expected.begin(), expected.begin() + 40));
+}
+
+TEST_F(SnapshotArray, adoptsObjectsWithoutRetainingThem) {
+    std::vector<Strong<Object>> objects;
+    for (int i = 0; i < 3; ++i) objects.push_back(makeTracked(i));
+    array_->store().adopt(objects);
+    EXPECT_EQ(values(), (std::vector<int>{0, 1, 2}));
+    array_->append(makeTracked(3));
+    EXPECT_EQ(values(), (std::vector<int>{0, 1, 2, 3}));
+    array_ = {};
+    EXPECT_EQ(living(), 0);
+}
+
 TEST_F(SnapshotArray, anElementOutlivesItsRemovalUntilThePoolEnds) {
     {
         objc::AutoreleasePool pool;
