@@ -27,6 +27,7 @@ using Memory = std::unordered_map<std::string, Value>;
 struct Remembered {
     std::mutex mutex;
     std::string region = "US";
+    std::atomic<std::uint64_t> revision{0};
     Memory<std::string> formatted;
     Memory<AddressKey> keys;
     Memory<std::string> places;  // by language and number
@@ -135,6 +136,7 @@ void setHomeRegion(std::string region) {
     const std::lock_guard lock(all.mutex);
     if (region == all.region) return;
     all.region = std::move(region);
+    ++all.revision;
     all.formatted.clear();
     all.keys.clear();
     all.places.clear();
@@ -145,6 +147,8 @@ std::string homeRegion() {
     const std::lock_guard lock(all.mutex);
     return all.region;
 }
+
+std::uint64_t homeRevision() { return remembered().revision; }
 
 std::string regionOf(const std::string& locale) {
     icu::Locale full(locale.c_str());

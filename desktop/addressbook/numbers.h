@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,8 @@ namespace contacts {
 /// Where numbers without a country code are from: an ISO code such as "DE". "US" until it is set. Any thread.
 void setHomeRegion(std::string region);
 std::string homeRegion();
+/// Another value once the home region is another. Any thread.
+std::uint64_t homeRevision();
 /// The country of a locale, "AT" for "de_AT"; the likely one where the locale names none ("DE" for "de").
 std::string regionOf(const std::string& locale);
 

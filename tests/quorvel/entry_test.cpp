@@ -66,6 +66,20 @@ TEST_F(EntryTest, aTextIsCopiedWhenItIsSet) {
     EXPECT_EQ(uikit::utf8(objc::send<"name", NSString>(entry_.get())), "Anna");
 }
 
+TEST_F(EntryTest, callsOfOneNumberShareTheirTextsUntilOneIsSet) {
+    add({{"100", noon, 0, 4, 1, "Anna"}, {"100", noon - 1, 0, 4, 1, "Anna"}});
+    read(10, 0, all);
+    const auto& first = entry(list(all), 0);
+    const auto& second = entry(list(all), 1);
+    EXPECT_EQ(first.text<&CallTexts::name>().self(), second.text<&CallTexts::name>().self());
+    objc::send<"setName:">(objc::Object{second.self}, ns("Berta"));
+    EXPECT_EQ(uikit::utf8(first.text<&CallTexts::name>()), "Anna");
+    EXPECT_EQ(uikit::utf8(second.text<&CallTexts::name>()), "Berta");
+    EXPECT_EQ(uikit::utf8(second.phoneNumber()), "100");
+    objc::send<"setName:">(objc::Object{second.self}, objc::Object{});
+    EXPECT_FALSE(second.text<&CallTexts::name>());
+}
+
 TEST_F(EntryTest, directionAndDurationDecideTheKind) {
     be(5, 10);
     EXPECT_TRUE(is<"isDialed">() && is<"isOutGoing">() && !is<"isCanceled">() && !is<"isReceived">());
@@ -92,9 +106,20 @@ TEST_F(EntryTest, aCallThatNamesNoPlaceHasThatOfItsNumber) {
     setHomeRegion("DE");
     add({{"03020930", noon}, {"", noon - 1}, {"110", noon - 2}, {"anna@b.example", noon - 3}});
     read(10, 0, all);
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).location.load()), "Berlin");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "Berlin");
     for (const unsigned long placeless : {1UL, 2UL, 3UL})
-        EXPECT_FALSE(entry(list(all), placeless).location.load()) << placeless;
+        EXPECT_FALSE(entry(list(all), placeless).text<&CallTexts::location>()) << placeless;
+}
+
+TEST_F(EntryTest, aNumberIsPlacedAnewWhenTheHomeIsAnother) {
+    setHomeRegion("DE");
+    add({{"03020930", noon}});
+    read(10, 0, all);
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "Berlin");
+    setHomeRegion("US");
+    list(all).removeAllObjects();
+    read(10, 0, all);
+    EXPECT_FALSE(entry(list(all), 0).text<&CallTexts::location>());
 }
 
 TEST_F(EntryTest, thePlaceThatACallNamesStays) {
@@ -105,7 +130,7 @@ TEST_F(EntryTest, thePlaceThatACallNamesStays) {
     call.location = "At sea";
     ASSERT_TRUE(callStore()->append(call));
     read(10, 0, all);
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).location.load()), "At sea");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "At sea");
 }
 
 }  // namespace

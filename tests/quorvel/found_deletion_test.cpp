@@ -69,7 +69,7 @@ class FoundDeletionTest : public CompanionTest {
         const auto loaded = list(filter);
         std::vector<int> shown;
         for (unsigned long i = 0; i < loaded.count(); ++i) {
-            if (uikit::utf8(entry(loaded, i).phoneNumber.load()).find(searched) == std::string::npos) continue;
+            if (uikit::utf8(entry(loaded, i).phoneNumber()).find(searched) == std::string::npos) continue;
             found->addObject(loaded.objectAtIndex(i));
             shown.push_back(entry(loaded, i).rowId);
         }

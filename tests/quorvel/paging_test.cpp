@@ -88,9 +88,9 @@ TEST_F(PagingTest, aLongReadIsTheWholeListThoughItGoesInPieces) {
 TEST_F(PagingTest, entriesOfOnePersonShareTheirTexts) {
     add({{"100", noon, 30, 4, 7, "Anna"}, {"100", noon + 60, 30, 4, 7, "Anna"}, {"200", noon + 120, 30, 4, 8, "Bert"}});
     read(9, 0, all);
-    EXPECT_EQ(entry(list(all), 1).name.load().self(), entry(list(all), 2).name.load().self());
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).name.load()), "Bert");
-    EXPECT_EQ(uikit::utf8(entry(list(all), 2).phoneNumber.load()), "100");
+    EXPECT_EQ(entry(list(all), 1).text<&CallTexts::name>().self(), entry(list(all), 2).text<&CallTexts::name>().self());
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::name>()), "Bert");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 2).phoneNumber()), "100");
 }
 
 TEST_F(PagingTest, aPageAskedForBelowTheEndOfTheListLeavesNoGap) {

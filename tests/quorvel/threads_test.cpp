@@ -25,7 +25,7 @@ TEST_F(ThreadsTest, readersSeeAGrowingListWithEveryEntryInItsPlace) {
             const auto present = list(all);
             const auto held = present.count();
             if (entry(present, held - 1).rowId != calls - static_cast<int>(held - 1)) ++misplaced;
-            static_cast<void>(uikit::utf8(entry(present, held - 1).phoneNumber.load()));
+            static_cast<void>(uikit::utf8(entry(present, held - 1).phoneNumber()));
             static_cast<void>(count(all));
         }
     });
@@ -38,6 +38,38 @@ TEST_F(ThreadsTest, readersSeeAGrowingListWithEveryEntryInItsPlace) {
     reader.join();
     EXPECT_EQ(misplaced, 0);
     EXPECT_EQ(list(all).count(), 300U);
+}
+
+TEST_F(ThreadsTest, textsThatAreSetMeanwhileAreReadWholeAndNoneIsLost) {
+    add({{"100", noon, 0, 4, 1, "Anna"}});
+    read(1, 0, all);
+    CallEntry& shared = entry(list(all), 0);
+    constexpr int rounds = 2000;
+    std::atomic<int> wrong{0};
+    const auto set = [&](auto setText, const char* one, const char* other) {
+        const dispatch::AutoreleaseScope scope;
+        for (int round = 0; round <= rounds; ++round) {
+            const objc::AutoreleasePool pool;
+            (shared.*setText)(ns(round % 2 == 0 ? one : other));
+        }
+    };
+    std::thread naming([&] { set(&CallEntry::setText<&CallTexts::name>, "Berta", "Clara"); });
+    std::thread placing([&] { set(&CallEntry::setText<&CallTexts::location>, "Rome", "Oslo"); });
+    std::thread reading([&] {
+        const dispatch::AutoreleaseScope scope;
+        for (int round = 0; round < rounds; ++round) {
+            const objc::AutoreleasePool pool;
+            const auto name = uikit::utf8(shared.text<&CallTexts::name>());
+            if (name != "Anna" && name != "Berta" && name != "Clara") ++wrong;
+            if (uikit::utf8(shared.phoneNumber()) != "100") ++wrong;
+        }
+    });
+    naming.join();
+    placing.join();
+    reading.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(uikit::utf8(shared.text<&CallTexts::name>()), "Berta");
+    EXPECT_EQ(uikit::utf8(shared.text<&CallTexts::location>()), "Rome");
 }
 
 TEST_F(ThreadsTest, twoReadersOfOnePageAppendItOnce) {

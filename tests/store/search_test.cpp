@@ -32,7 +32,7 @@ void expectFound(const CallStore& store, const LogModel& model, const std::strin
     for (const Filter filter : allFilters) {
         const auto expected = matching(model, filter, term, day);
         const auto onDay = day.empty() ? std::nullopt : std::optional<std::string_view>(day);
-        std::vector<CallRecord> found;
+        std::vector<CallRecord> found, each;
         Cursor cursor = Cursor::top();
         for (bool atEnd = false; !atEnd;) {
             const Page page = valueOf(store.search(filter, term, onDay, cursor, pageSize));
@@ -42,6 +42,9 @@ void expectFound(const CallStore& store, const LogModel& model, const std::strin
             ASSERT_TRUE(atEnd || static_cast<std::int64_t>(page.rows.size()) == pageSize);
         }
         ASSERT_EQ(found, expected) << "\"" << term << "\" on " << day << ", " << pageSize << " at a time";
+        ASSERT_EQ(valueOf(store.eachFound(filter, term, onDay, [&](const CallRecord& call) { each.push_back(call); })),
+                  static_cast<std::int64_t>(expected.size()));
+        ASSERT_EQ(each, expected) << "\"" << term << "\" on " << day << ", one by one";
     }
 }
 

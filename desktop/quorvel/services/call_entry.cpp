@@ -1,24 +1,9 @@
 // QVCallEntry.
 #include "desktop/quorvel/services/call_entry.h"
 
-#include "desktop/addressbook/names.h"
-#include "desktop/quorvel/services/phone_number.h"
 #include "desktop/uikit/text.h"
 
 namespace quorvel {
-namespace {
-
-objc::Strong<> textOrNil(const std::string& text, SharedTexts& texts) {
-    return text.empty() ? objc::Strong<>() : texts.of(text);
-}
-
-/// Where the log says nothing of the place, that of the number.
-std::string placeOfCall(const store::CallRecord& record) {
-    if (!record.location.empty() || record.address.empty()) return record.location;
-    return placeOf(record.address, contacts::language());
-}
-
-}  // namespace
 
 void CallEntry::define(objc::ClassDefinition<CallEntry>& definition) {
     using Self = CallEntry;
@@ -55,16 +40,16 @@ void CallEntry::define(objc::ClassDefinition<CallEntry>& definition) {
         .method<"setDldCallsDuration:", &Self::set64<&Self::dialledDuration>>()
         .method<"rcdCallsDuration", &Self::get64<&Self::receivedDuration>>()
         .method<"setRcdCallsDuration:", &Self::set64<&Self::receivedDuration>>()
-        .method<"phoneNumber", &Self::getText<&Self::phoneNumber>>()
-        .method<"setPhoneNumber:", &Self::setText<&Self::phoneNumber>>()
-        .method<"name", &Self::getText<&Self::name>>()
-        .method<"setName:", &Self::setText<&Self::name>>()
-        .method<"phoneLabel", &Self::getText<&Self::phoneLabel>>()
-        .method<"setPhoneLabel:", &Self::setText<&Self::phoneLabel>>()
-        .method<"location", &Self::getText<&Self::location>>()
-        .method<"setLocation:", &Self::setText<&Self::location>>()
-        .method<"grpByDate", &Self::getText<&Self::day>>()
-        .method<"setGrpByDate:", &Self::setText<&Self::day>>();
+        .method<"phoneNumber", &Self::text<&CallTexts::phoneNumber>>()
+        .method<"setPhoneNumber:", &Self::setText<&CallTexts::phoneNumber>>()
+        .method<"name", &Self::text<&CallTexts::name>>()
+        .method<"setName:", &Self::setText<&CallTexts::name>>()
+        .method<"phoneLabel", &Self::text<&CallTexts::label>>()
+        .method<"setPhoneLabel:", &Self::setText<&CallTexts::label>>()
+        .method<"location", &Self::text<&CallTexts::location>>()
+        .method<"setLocation:", &Self::setText<&CallTexts::location>>()
+        .method<"grpByDate", &Self::dayText>()
+        .method<"setGrpByDate:", &Self::setDay>();
 }
 
 objc::Ref<CallEntry> CallEntry::of(const store::CallRecord& record, SharedTexts& texts) {
@@ -74,25 +59,25 @@ objc::Ref<CallEntry> CallEntry::of(const store::CallRecord& record, SharedTexts&
 }
 
 void CallEntry::fill(const store::CallRecord& record, SharedTexts& texts) {
-    rowId = static_cast<std::int32_t>(record.rowId);
-    logId = static_cast<std::int32_t>(record.logId);
-    contact = record.contactId;
-    date = static_cast<std::int32_t>(record.date);
-    duration = record.duration;
-    flag = record.flags;
-    count = static_cast<std::int32_t>(record.count);
-    dialledCount = record.dialledCount;
-    receivedCount = record.receivedCount;
-    missedCount = record.missedCount;
-    dialledDuration = record.dialledDuration;
-    receivedDuration = record.receivedDuration;
-    phoneNumber.store(texts.of(record.address));
-    name.store(textOrNil(record.name, texts));
-    phoneLabel.store(textOrNil(record.label, texts));
-    location.store(textOrNil(placeOfCall(record), texts));
+    // Without an order among each other: each field is read by itself.
+    const auto set = [](auto& field, std::int64_t value) {
+        field.store(static_cast<typename std::remove_reference_t<decltype(field)>::value_type>(value),
+                    std::memory_order_relaxed);
+    };
+    set(rowId, record.rowId);
+    set(logId, record.logId);
+    set(contact, record.contactId);
+    set(date, record.date);
+    set(duration, record.duration);
+    set(flag, record.flags);
+    set(count, record.count);
+    set(dialledCount, record.dialledCount);
+    set(receivedCount, record.receivedCount);
+    set(missedCount, record.missedCount);
+    set(dialledDuration, record.dialledDuration);
+    set(receivedDuration, record.receivedDuration);
+    texts_.store(texts.ofCall(record));
     day.store(texts.of(record.day));
-    // Remembered from here on, so that no row works it out while it is drawn.
-    if (!record.address.empty()) formattedNumber(record.address);
 }
 
 store::CallRecord CallEntry::record() const {
@@ -104,10 +89,10 @@ store::CallRecord CallEntry::record() const {
     record.duration = duration;
     record.flags = flag;
     record.count = count;
-    record.address = uikit::utf8(phoneNumber.load());
-    record.name = uikit::utf8(name.load());
-    record.label = uikit::utf8(phoneLabel.load());
-    record.location = uikit::utf8(location.load());
+    record.address = uikit::utf8(text<&CallTexts::phoneNumber>());
+    record.name = uikit::utf8(text<&CallTexts::name>());
+    record.label = uikit::utf8(text<&CallTexts::label>());
+    record.location = uikit::utf8(text<&CallTexts::location>());
     record.day = uikit::utf8(day.load());
     return record;
 }

@@ -44,14 +44,17 @@ class CallEntry : public objc::PeerBase {
     void set64(std::int64_t value) {
         (this->*field).store(value, std::memory_order_relaxed);
     }
-    template <objc::StrongSlot<> CallEntry::*field>
-    objc::Strong<> getText() const {
-        return (this->*field).load();
+    template <objc::Strong<> CallTexts::*field>
+    objc::Strong<> text() const {
+        return texts_.load(field);
     }
-    template <objc::StrongSlot<> CallEntry::*field>
+    template <objc::Strong<> CallTexts::*field>
     void setText(objc::Object text) {
-        (this->*field).store(objc::Strong<>::adopt(objc::send<"copy", objc::Object>(text)));
+        texts_.replace(field, copyOf(text));
     }
+    objc::Strong<> dayText() const { return day.load(); }
+    void setDay(objc::Object text) { day.store(copyOf(text)); }
+    objc::Strong<> phoneNumber() const { return text<&CallTexts::phoneNumber>(); }
     bool isDeleted() const { return deleted.load(std::memory_order_relaxed); }
     void setIsDeleted(bool isDeletedNow) { deleted.store(isDeletedNow, std::memory_order_relaxed); }
     bool isDialed() const { return store::isDialled(flag, duration); }
@@ -75,11 +78,14 @@ class CallEntry : public objc::PeerBase {
     std::atomic<std::int64_t> missedCount{0};
     std::atomic<std::int64_t> dialledDuration{0};
     std::atomic<std::int64_t> receivedDuration{0};
-    objc::StrongSlot<> phoneNumber;
-    objc::StrongSlot<> name;
-    objc::StrongSlot<> phoneLabel;
-    objc::StrongSlot<> location;
     objc::StrongSlot<> day;
+
+  private:
+    static objc::Strong<> copyOf(objc::Object text) {
+        return objc::Strong<>::adopt(objc::send<"copy", objc::Object>(text));
+    }
+
+    CallTextsSlot texts_;
 };
 
 }  // namespace quorvel

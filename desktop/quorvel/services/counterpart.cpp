@@ -9,7 +9,7 @@ namespace quorvel {
 
 Counterpart::Counterpart(const CallEntry& entry) : contact_(entry.contact) {
     if (contact_ == store::noContact) {
-        take(uikit::utf8(entry.phoneNumber.load()));
+        take(uikit::utf8(entry.phoneNumber()));
         return;
     }
     const void* person = canSeeContacts() ? personOf(contact_) : nullptr;
@@ -28,7 +28,7 @@ bool Counterpart::isOn(std::int32_t contact, const std::string& address) const {
     return spellings_.contains(address) || (!keys_.empty() && keys_.contains(keyOf(address).text));
 }
 
-bool Counterpart::isOn(const CallEntry& call) const { return isOn(call.contact, uikit::utf8(call.phoneNumber.load())); }
+bool Counterpart::isOn(const CallEntry& call) const { return isOn(call.contact, uikit::utf8(call.phoneNumber())); }
 
 store::Result<store::Correspondent> Counterpart::in(const store::CallStore& calls) const {
     const auto known = calls.addresses();

@@ -26,12 +26,21 @@ void report(const char* what, const store::Error& error) {
     std::fprintf(stderr, "libQuorvel: %s: %s\n", what, error.message.c_str());
 }
 
-objc::Ref<CallArray> arrayOf(const std::vector<store::CallRecord>& records) {
-    auto array = objc::Ref<CallArray>::make();
-    SharedTexts texts;
-    for (const auto& record : records) array->append(objc::Object{CallEntry::of(record, texts).self()});
-    return array;
-}
+/// A new list, which takes entries of calls as they are read.
+class NewList {
+  public:
+    void add(const store::CallRecord& record) { entries_.push_back(CallEntry::of(record, texts_).takeOwner()); }
+    /// The array of all that was added; once.
+    objc::Strong<> takeArray() {
+        const auto array = objc::Ref<CallArray>::make();
+        array->store().adopt(entries_);
+        return objc::Object{array.self()};
+    }
+
+  private:
+    std::vector<objc::Strong<>> entries_;
+    SharedTexts texts_;
+};
 
 }  // namespace
 
@@ -91,6 +100,7 @@ void DataService::setStore(std::unique_ptr<store::CallStore> calls) {
         list.day.clear();
     }
     days_.clear();
+    texts_.forgetCounterparts();
     anyDeleted_ = false;
 }
 
@@ -234,22 +244,22 @@ objc::Strong<> DataService::durationText(std::int64_t seconds) const {
 
 objc::Strong<> DataService::searchedRecords(std::int64_t code, objc::Object text, objc::Object day) const {
     const std::string dayText = uikit::utf8(day);
-    std::vector<store::CallRecord> found;
+    NewList found;
     if (store_) {
-        auto page = store_->search(store::filterOf(code), uikit::utf8(text),
-                                   day ? std::optional<std::string_view>(dayText) : std::nullopt, store::Cursor::top(),
-                                   store::noLimit);
-        if (page)
-            found = std::move((*page).rows);
-        else
-            report("the search failed", page.error());
+        const auto all = store_->eachFound(store::filterOf(code), uikit::utf8(text),
+                                           day ? std::optional<std::string_view>(dayText) : std::nullopt,
+                                           [&](const store::CallRecord& record) { found.add(record); });
+        if (!all) report("the search failed", all.error());
     }
-    return objc::Object{arrayOf(found).self()};
+    return found.takeArray();
 }
 
 objc::Strong<> DataService::result(objc::Object statement) const {
-    return objc::Object{
-        arrayOf(store_ ? store_->query(uikit::utf8(statement)) : std::vector<store::CallRecord>()).self()};
+    NewList found;
+    if (store_) {
+        for (const auto& record : store_->query(uikit::utf8(statement))) found.add(record);
+    }
+    return found.takeArray();
 }
 
 store::Result<std::vector<store::CallRecord>> DataService::historyOf(const CallEntry& entry,
@@ -262,15 +272,15 @@ store::Result<std::vector<store::CallRecord>> DataService::historyOf(const CallE
 }
 
 objc::Strong<> DataService::history(CallEntry* entry) const {
-    std::vector<store::CallRecord> found;
+    NewList found;
     if (store_ && entry) {
-        auto calls = historyOf(*entry, store::Filter::all);
-        if (calls)
-            found = std::move(*calls);
-        else
-            report("the history could not be read", calls.error());
+        const auto with = Counterpart(*entry).in(*store_);
+        const auto all = with ? store_->eachOfHistory(store::Filter::all, *with,
+                                                      [&](const store::CallRecord& record) { found.add(record); })
+                              : with.error();
+        if (!all) report("the history could not be read", all.error());
     }
-    return objc::Object{arrayOf(found).self()};
+    return found.takeArray();
 }
 
 }  // namespace quorvel

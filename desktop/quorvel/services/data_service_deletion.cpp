@@ -62,7 +62,7 @@ store::Result<std::vector<std::int64_t>> DataService::rowIdsOf(const CallEntry& 
     const auto page = store_->page(filter, {}, above, entry.count);
     if (!page) return page.error();
     const std::int32_t contact = entry.contact;
-    const std::string address = uikit::utf8(entry.phoneNumber.load());
+    const std::string address = uikit::utf8(entry.phoneNumber());
     std::vector<std::int64_t> rowIds;
     for (const auto& record : (*page).rows) {
         const bool isSame = contact != store::noContact || record.contactId != store::noContact

@@ -7,6 +7,7 @@ namespace quorvel {
 
 using contacts::formattedNumber;
 using contacts::homeRegion;
+using contacts::homeRevision;
 using contacts::isEmailAddress;
 using contacts::keyOf;
 using contacts::placeOf;

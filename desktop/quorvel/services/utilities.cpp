@@ -31,7 +31,7 @@ bool canAccessAddressBook(Class) { return canSeeContacts(); }
 const void* person(Class, int record) { return personOf(record); }
 const void* addressBook(Class) { return sharedAddressBook(); }
 
-std::string addressOf(const CallEntry* entry) { return entry ? uikit::utf8(entry->phoneNumber.load()) : std::string(); }
+std::string addressOf(const CallEntry* entry) { return entry ? uikit::utf8(entry->phoneNumber()) : std::string(); }
 
 long numberIndex(Class, const void* person, CallEntry* entry) {
     return contacts::indexOfAddress(numbersOf(person), addressOf(entry));

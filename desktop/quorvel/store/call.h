@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -105,6 +106,9 @@ struct Cursor {
     static Cursor top() { return {}; }
     friend bool operator==(const Cursor&, const Cursor&) = default;
 };
+
+/// Is shown calls one at a time. The record is only lent.
+using SeeCall = std::function<void(const CallRecord&)>;
 
 struct Page {
     std::vector<CallRecord> rows;

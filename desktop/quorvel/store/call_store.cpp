@@ -105,6 +105,17 @@ Result<Page> CallStore::history(Filter filter, const Correspondent& with, const 
     return impl_->read([&](Reader& reader) { return reader.historyPage(filter, with, after, limit); });
 }
 
+Result<std::int64_t> CallStore::eachFound(Filter filter, std::string_view text, std::optional<std::string_view> day,
+                                          const SeeCall& see) const {
+    return impl_->read([&](Reader& reader) {
+        return reader.eachFound(filter, text, day ? std::optional(requireDay(*day)) : std::nullopt, see);
+    });
+}
+
+Result<std::int64_t> CallStore::eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see) const {
+    return impl_->read([&](Reader& reader) { return reader.eachOfHistory(filter, with, see); });
+}
+
 Result<std::optional<CallRecord>> CallStore::remaining(Filter filter, Mode mode, const CallRecord& row) const {
     return impl_->read([&](Reader& reader) { return reader.remaining(filter, mode, row); });
 }

@@ -77,6 +77,11 @@ class CallStore {
     Result<std::vector<CallRecord>> history(Filter filter, std::int32_t contactId, std::string_view address) const;
     /// The correspondent's calls of the filter below `after`.
     Result<Page> history(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) const;
+    /// Shows all calls that search() and history() answer without a limit, in their order, without holding them all.
+    /// Returns how many there were. It runs within the reading: `see` may not ask the store.
+    Result<std::int64_t> eachFound(Filter filter, std::string_view text, std::optional<std::string_view> day,
+                                   const SeeCall& see) const;
+    Result<std::int64_t> eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see) const;
     /// What remains of a row that was read before: the call or day, or the newest call from there on of the run.
     /// Nothing where nothing remains.
     Result<std::optional<CallRecord>> remaining(Filter filter, Mode mode, const CallRecord& row) const;

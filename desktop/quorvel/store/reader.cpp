@@ -2,6 +2,7 @@
 #include "desktop/quorvel/store/reader.h"
 
 #include <array>
+#include <utility>
 
 #include "desktop/quorvel/store/local_days.h"
 #include "desktop/quorvel/store/sums.h"
@@ -15,6 +16,15 @@ std::string walkText(bool ofKind, int part) {
     text += part == 0 ? "date = ?1 and ROWID < ?3 order by ROWID desc"
                       : "date < ?1 and date >= ?2 order by date desc, ROWID desc";
     return text;
+}
+
+void fillNumbers(CallRecord& record, const CallRow& row, std::string_view location) {
+    record.rowId = record.logId = row.rowId;
+    record.location = location;
+    record.date = row.date;
+    record.contactId = static_cast<std::int32_t>(row.contact);
+    record.duration = static_cast<std::int32_t>(row.duration);
+    record.flags = static_cast<std::int32_t>(row.flags);
 }
 
 }  // namespace
@@ -47,20 +57,41 @@ const Reader::Party& Reader::party(std::int64_t number) {
     return parties_.emplace(number, std::move(party)).first->second;
 }
 
-CallRecord Reader::recordOf(const CallRow& row, std::string_view location) {
+void Reader::fillTexts(CallRecord& record, const CallRow& row) {
     const Party& of = party(row.party);
-    CallRecord record;
-    record.rowId = record.logId = row.rowId;
     record.address = of.address;
     record.name = of.name;
     record.label = of.label;
-    record.location = location;
+}
+
+CallRecord Reader::recordOf(const CallRow& row, std::string_view location) {
+    CallRecord record;
+    fillTexts(record, row);
     record.day = dayText(row.day);
-    record.date = row.date;
-    record.contactId = static_cast<std::int32_t>(row.contact);
-    record.duration = static_cast<std::int32_t>(row.duration);
-    record.flags = static_cast<std::int32_t>(row.flags);
+    fillNumbers(record, row, location);
     return record;
+}
+
+SeeRow Reader::pageOf(Page& page, std::int64_t limit) {
+    return [this, &page, limit](const CallRow& row, std::string_view location) {
+        if (static_cast<std::int64_t>(page.rows.size()) >= limit) return false;
+        page.rows.push_back(recordOf(row, location));
+        page.next = {row.date, row.rowId, row.day};
+        return true;
+    };
+}
+
+SeeRow Reader::recordsTo(const SeeCall& see, std::int64_t& shown) {
+    // Neighbours have much in common: what stays the same is not written again.
+    return [this, &see, &shown, record = CallRecord(), party = std::int64_t{-1}, day = INT64_MIN](
+               const CallRow& row, std::string_view location) mutable {
+        if (row.party != std::exchange(party, row.party)) fillTexts(record, row);
+        if (row.day != std::exchange(day, row.day)) record.day = dayText(row.day);
+        fillNumbers(record, row, location);
+        see(record);
+        ++shown;
+        return true;
+    };
 }
 
 Page Reader::folded(const Stretch& stretch, bool fold, std::int64_t skip, std::int64_t limit) {

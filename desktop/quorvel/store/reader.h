@@ -2,6 +2,7 @@
 // expects a reading transaction around it.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -34,6 +35,9 @@ bool walkWanted(Connection& connection, const Stretch& stretch, Wanted&& isWante
 template <class See>
 bool walk(Connection& connection, const Stretch& stretch, See&& see);
 
+/// Is shown rows with their location until it answers false.
+using SeeRow = std::function<bool(const CallRow&, std::string_view)>;
+
 class Reader {
   public:
     explicit Reader(Connection& connection) : connection_(connection) {}
@@ -43,8 +47,10 @@ class Reader {
     Page dayPage(Filter filter, bool folded, std::int64_t day, std::int64_t offset, std::int64_t limit);
     Page search(Filter filter, std::string_view text, std::optional<std::int64_t> day, const Cursor& after,
                 std::int64_t limit);
+    std::int64_t eachFound(Filter filter, std::string_view text, std::optional<std::int64_t> day, const SeeCall& see);
     std::vector<CallRecord> history(Filter filter, const Correspondent& with);
     Page historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit);
+    std::int64_t eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see);
     DeletedPage deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now);
     std::optional<CallRecord> remaining(Filter filter, Mode mode, const CallRecord& row);
     std::vector<NamedAddress> addresses();
@@ -68,19 +74,33 @@ class Reader {
     struct Party {
         std::string address, name, label;
     };
+    /// What is read, and how many calls are in it.
+    struct Scope {
+        Stretch stretch;
+        std::int64_t calls = 0;
+    };
 
     Page folded(const Stretch& stretch, bool fold, std::int64_t skip, std::int64_t limit);
     Page daysBelow(std::int64_t day, std::int64_t limit);
     Cursor cursorInSpan(Filter filter, bool fold, std::int64_t span, std::int64_t number);
     std::optional<DayBounds> boundsOf(std::int64_t day);
-    std::vector<std::int64_t> partiesOf(const Correspondent& with);
-    Page gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
-    /// `expected` calls, more or less, are in the stretch.
-    Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
-                std::int64_t expected);
+    std::optional<Scope> scopeOf(Filter filter, std::optional<std::int64_t> day, const Cursor& after);
+    /// Parties and their calls, counted in all of the log.
+    FoundParties partiesWithCalls(const Correspondent& with);
+    // The parties' rows of the stretch, newest first. Each returns whether it was stopped.
+    bool walkParties(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
+    bool gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
+    bool eachRow(const FoundParties& found, const Scope& scope, const SeeRow& see);
+    Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
+    /// Something to show rows to, which makes a page of them.
+    SeeRow pageOf(Page& page, std::int64_t limit);
+    Page pageOf(const FoundParties& found, const Scope& scope, std::int64_t limit);
+    /// Something to show rows to, which shows each as a record.
+    SeeRow recordsTo(const SeeCall& see, std::int64_t& shown);
     std::vector<CallRow> rowsOf(const std::vector<std::int64_t>& parties, const Stretch& stretch);
     const Party& party(std::int64_t number);
     CallRecord recordOf(const CallRow& row, std::string_view location);
+    void fillTexts(CallRecord& record, const CallRow& row);
     void appendRow(Page& page, std::int64_t rowId);
 
     Connection& connection_;

@@ -1,5 +1,6 @@
 // Calls found by whom they were with: search, history, and what a deletion is to take.
 #include <algorithm>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -13,7 +14,8 @@ namespace {
 
 /// Rough costs of reaching an entry, measured in entries that a walk passes over.
 constexpr std::int64_t costOfParty = 12;
-constexpr std::int64_t costOfGathered = 16;
+constexpr std::int64_t costOfCallOfParty = 10;
+constexpr std::int64_t costOfMerged = 16;
 
 std::int64_t product(std::int64_t one, std::int64_t other) {
     std::int64_t result = 0;
@@ -90,7 +92,26 @@ std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, co
     return rows;
 }
 
-Page Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
+bool Reader::walkParties(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see) {
+    std::vector<bool> matches(static_cast<std::size_t>(parties.back()) + 1);
+    for (const std::int64_t party : parties) matches[static_cast<std::size_t>(party)] = true;
+    const auto isMatch = [&](std::int64_t party) {
+        return static_cast<std::size_t>(party) < matches.size() && matches[static_cast<std::size_t>(party)];
+    };
+    return walkWanted(connection_, stretch, isMatch, see);
+}
+
+bool Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see) {
+    bool stopped = false;
+    const auto show = [&](const CallRow& row, std::string_view location) {
+        stopped = !see(row, location);
+        return !stopped;
+    };
+    if (parties.size() == 1) {
+        walkParty(connection_, callsOfParty, parties.front(), stretch,
+                  [&](const CallRow& row, const Statement& found) { return show(row, found.text(locationColumn)); });
+        return stopped;
+    }
     std::vector<std::pair<CallRow, std::string>> calls;
     for (const std::int64_t party : parties) {
         walkParty(connection_, callsOfParty, party, stretch, [&](const CallRow& row, const Statement& found) {
@@ -98,26 +119,23 @@ Page Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& 
             return true;
         });
     }
-    if (parties.size() > 1) {
-        std::sort(calls.begin(), calls.end(),
-                  [](const auto& one, const auto& other) { return isNewer(one.first, other.first); });
+    std::sort(calls.begin(), calls.end(),
+              [](const auto& one, const auto& other) { return isNewer(one.first, other.first); });
+    for (const auto& [row, location] : calls) {
+        if (!show(row, location)) break;
     }
-    const auto size = std::min(static_cast<std::int64_t>(calls.size()), limit);
-    Page all;
-    all.next = stretch.below;
-    all.atEnd = size == static_cast<std::int64_t>(calls.size());
-    all.rows.reserve(static_cast<std::size_t>(size));
-    for (const auto& [row, location] : std::span(calls).first(static_cast<std::size_t>(size))) {
-        all.rows.push_back(recordOf(row, location));
-        all.next = {row.date, row.rowId, row.day};
-    }
-    return all;
+    return stopped;
 }
 
-Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit,
-                    std::int64_t expected) {
-    // All of them are wanted, so sorting is cheaper than merging.
-    if (limit >= expected) return gatherAll(parties, stretch, limit);
+bool Reader::eachRow(const FoundParties& found, const Scope& scope, const SeeRow& see) {
+    if (found.parties.empty()) return false;
+    // How rare they are decides: a walk passes over the calls of others, a gathering visits each party.
+    const auto parties = static_cast<std::int64_t>(found.parties.size());
+    const bool isGathered = product(parties, costOfParty) + product(found.calls, costOfCallOfParty) < scope.calls;
+    return isGathered ? gatherAll(found.parties, scope.stretch, see) : walkParties(found.parties, scope.stretch, see);
+}
+
+Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
     const auto nextOf = [&](std::int64_t party, const Cursor& below) {
         std::optional<CallRow> next;
         Stretch rest = stretch;
@@ -152,48 +170,63 @@ Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& str
     return page;
 }
 
+std::optional<Reader::Scope> Reader::scopeOf(Filter filter, std::optional<std::int64_t> day, const Cursor& after) {
+    Scope scope{{filter, after, INT64_MIN, day}, 0};
+    if (!day) {
+        scope.calls = totals(Filter::all, {}).calls;
+        return scope;
+    }
+    const std::optional<DayBounds> bounds = boundsOf(*day);
+    if (!bounds) return std::nullopt;
+    scope.stretch.since = bounds->first;
+    if (after.date > bounds->last) scope.stretch.below = {bounds->last, INT64_MAX, *day};
+    scope.calls = dayTotals(Filter::all, *day).calls;
+    return scope;
+}
+
 Page Reader::search(Filter filter, std::string_view text, std::optional<std::int64_t> day, const Cursor& after,
                     std::int64_t limit) {
-    Stretch stretch{filter, after, INT64_MIN, day};
-    std::int64_t calls = 0;
-    if (day) {
-        const std::optional<DayBounds> bounds = boundsOf(*day);
-        if (!bounds) return {{}, after, true};
-        stretch.since = bounds->first;
-        if (after.date > bounds->last) stretch.below = {bounds->last, INT64_MAX, *day};
-        calls = dayTotals(Filter::all, *day).calls;
-    } else {
-        calls = totals(Filter::all, {}).calls;
-    }
+    const auto scope = scopeOf(filter, day, after);
+    if (!scope) return {{}, after, true};
+    const Stretch& stretch = scope->stretch;
     if (text.empty()) return folded(stretch, false, 0, limit);
     index_.update(connection_, partyRevision_);
     const FoundParties found = index_.find(text);
     if (found.parties.empty()) return {{}, after, true};
+    return pageOf(found, *scope, limit);
+}
 
-    // How rare the term is decides: a walk passes over what does not match, a gathering visits each party.
-    const std::int64_t all = totals(Filter::all, {}).calls;
-    const std::int64_t walked = std::min(calls, product(std::min(limit, found.calls), all / found.calls + 1));
-    const auto parties = static_cast<std::int64_t>(found.parties.size());
-    const std::int64_t gathered = std::min(found.calls, limit);
-    if (product(parties, costOfParty) + product(gathered, costOfGathered) < walked) {
-        return gather(found.parties, stretch, limit, found.calls);
-    }
-    std::vector<bool> matches(static_cast<std::size_t>(found.parties.back()) + 1);
-    for (const std::int64_t party : found.parties) matches[static_cast<std::size_t>(party)] = true;
-    const auto isMatch = [&](std::int64_t party) {
-        return static_cast<std::size_t>(party) < matches.size() && matches[static_cast<std::size_t>(party)];
-    };
+Page Reader::pageOf(const FoundParties& found, const Scope& scope, std::int64_t limit) {
     Page page;
-    page.next = stretch.below;
+    page.next = scope.stretch.below;
     page.rows.reserve(static_cast<std::size_t>(std::min(limit, found.calls)));
-    const bool stopped = walkWanted(connection_, stretch, isMatch, [&](const CallRow& row, std::string_view location) {
-        if (static_cast<std::int64_t>(page.rows.size()) >= limit) return false;
-        page.rows.push_back(recordOf(row, location));
-        page.next = {row.date, row.rowId, row.day};
-        return true;
-    });
-    page.atEnd = !stopped;
+    const SeeRow toPage = pageOf(page, limit);
+    if (limit >= found.calls) {
+        page.atEnd = !eachRow(found, scope, toPage);
+        return page;
+    }
+    const std::int64_t all = totals(Filter::all, {}).calls;
+    const std::int64_t walked = std::min(scope.calls, product(limit, all / found.calls + 1));
+    const auto parties = static_cast<std::int64_t>(found.parties.size());
+    if (product(parties, costOfParty) + product(limit, costOfMerged) < walked)
+        return gather(found.parties, scope.stretch, limit);
+    page.atEnd = !walkParties(found.parties, scope.stretch, toPage);
     return page;
+}
+
+std::int64_t Reader::eachFound(Filter filter, std::string_view text, std::optional<std::int64_t> day,
+                               const SeeCall& see) {
+    const auto scope = scopeOf(filter, day, Cursor::top());
+    if (!scope) return 0;
+    std::int64_t shown = 0;
+    const SeeRow toSee = recordsTo(see, shown);
+    if (text.empty()) {
+        walk(connection_, scope->stretch, toSee);
+        return shown;
+    }
+    index_.update(connection_, partyRevision_);
+    eachRow(index_.find(text), *scope, toSee);
+    return shown;
 }
 
 std::vector<NamedAddress> Reader::addresses() {
@@ -207,28 +240,33 @@ std::vector<NamedAddress> Reader::addresses() {
     return all;
 }
 
-std::vector<std::int64_t> Reader::partiesOf(const Correspondent& with) {
-    std::vector<std::int64_t> parties;
+FoundParties Reader::partiesWithCalls(const Correspondent& with) {
+    FoundParties all;
+    const auto take = [&](const Statement& found) {
+        all.parties.push_back(found.integer(0));
+        all.calls += found.integer(1);
+    };
     if (with.contactId != noContact) {
         Statement& found =
-            connection_.statement("select party from party indexed by party_by_contact where contact = ?1");
+            connection_.statement("select party, calls from party indexed by party_by_contact where contact = ?1");
         const ResetLater later(found);
         found.bind(1, with.contactId);
-        while (found.step()) parties.push_back(found.integer(0));
+        while (found.step()) take(found);
     }
     Statement& found = connection_.statement(
-        "select party from party indexed by party_by_address where address = ?1 and contact = -1");
-    for (const std::string& address : with.addresses) {
+        "select party, calls from party indexed by party_by_address where address = ?1 and contact = -1");
+    // Once each: what a party's calls are counted by.
+    const std::set<std::string_view> addresses(with.addresses.begin(), with.addresses.end());
+    for (const std::string_view address : addresses) {
         const ResetLater later(found);
-        if (found.bind(1, address).step()) parties.push_back(found.integer(0));
+        if (found.bind(1, address).step()) take(found);
     }
-    std::sort(parties.begin(), parties.end());
-    parties.erase(std::unique(parties.begin(), parties.end()), parties.end());
-    return parties;
+    std::sort(all.parties.begin(), all.parties.end());
+    return all;
 }
 
 std::vector<CallRow> Reader::historyRows(Filter filter, const Correspondent& with) {
-    return rowsOf(partiesOf(with), {filter, {}, INT64_MIN, {}});
+    return rowsOf(partiesWithCalls(with).parties, {filter, {}, INT64_MIN, {}});
 }
 
 std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with) {
@@ -238,7 +276,15 @@ std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with
 }
 
 Page Reader::historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) {
-    return gather(partiesOf(with), {filter, after, INT64_MIN, {}}, limit, INT64_MAX);
+    const FoundParties found = partiesWithCalls(with);
+    if (found.parties.empty()) return {{}, after, true};
+    return pageOf(found, *scopeOf(filter, {}, after), limit);
+}
+
+std::int64_t Reader::eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see) {
+    std::int64_t shown = 0;
+    eachRow(partiesWithCalls(with), *scopeOf(filter, {}, Cursor::top()), recordsTo(see, shown));
+    return shown;
 }
 
 DeletedPage Reader::deletedCalls(const Cursor& after, std::int64_t limit, std::int64_t now) {
