@@ -31,6 +31,24 @@ void expectPages(const CallStore& store, Filter filter, Mode mode, const std::ve
     }
 }
 
+/// What is found one by one: at first read from the file, and then from memory, where the term is in most calls.
+void expectFoundOneByOne(const CallStore& store, const LogModel& model, Filter filter) {
+    const auto expected =
+        model.where(filter, [](const CallRecord& call) { return call.address.find('5') != std::string::npos; });
+    for (const char* turn : {"at first", "again"}) {
+        std::vector<CallRecord> found;
+        ASSERT_TRUE(store.eachFound(filter, "5", {}, [&](const CallRecord& call) { found.push_back(call); })) << turn;
+        ASSERT_EQ(found, expected) << turn;
+    }
+    if (expected.empty()) return;
+    const CallRecord& one = expected.front();
+    const Correspondent with =
+        one.contactId == noContact ? Correspondent{noContact, {one.address}} : Correspondent{one.contactId, {}};
+    std::vector<CallRecord> history;
+    ASSERT_TRUE(store.eachOfHistory(filter, with, [&](const CallRecord& call) { history.push_back(call); }));
+    ASSERT_EQ(history, model.where(filter, [&](const CallRecord& call) { return LogModel::isSame(call, one); }));
+}
+
 }  // namespace
 
 void expectSame(const CallStore& store, const LogModel& model) {
@@ -43,6 +61,7 @@ void expectSame(const CallStore& store, const LogModel& model) {
             ASSERT_EQ(valueOf(store.totals(filter, mode)), totals);
             ASSERT_NO_FATAL_FAILURE(expectPages(store, filter, mode, rows));
         }
+        ASSERT_NO_FATAL_FAILURE(expectFoundOneByOne(store, model, filter));
         for (const CallRecord& day : model.days()) {
             const auto calls = model.ofDay(filter, day.day);
             for (std::size_t offset = 0; offset <= calls.size(); offset += 2) {

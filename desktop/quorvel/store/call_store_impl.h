@@ -31,7 +31,7 @@ class CallStore::Impl {
                     continue;
                 }
                 readWatch_ = now;
-                reader_.partiesAre(now.partyRevision);
+                reader_.logIs(now.dataVersion, now.partyRevision);
                 auto result = work(reader_);
                 transaction.commit();
                 return result;

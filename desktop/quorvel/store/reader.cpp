@@ -39,10 +39,11 @@ Statement& walkStatement(Connection& connection, const Stretch& stretch, int par
     return calls;
 }
 
-void Reader::partiesAre(std::int64_t revision) {
-    if (revision == partyRevision_) return;
+void Reader::logIs(std::int64_t version, std::int64_t partyRevision) {
+    packed_.logIs(version);
+    if (partyRevision == partyRevision_) return;
     parties_.clear();
-    partyRevision_ = revision;
+    partyRevision_ = partyRevision;
 }
 
 const Reader::Party& Reader::party(std::int64_t number) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "desktop/quorvel/store/call_row.h"
+#include "desktop/quorvel/store/packed_log.h"
 #include "desktop/quorvel/store/search_index.h"
 
 namespace quorvel::store {
@@ -67,8 +68,8 @@ class Reader {
     std::vector<std::int64_t> rowIdsOfRun(Filter filter, const CallRecord& head);
     std::vector<CallRow> historyRows(Filter filter, const Correspondent& with);
 
-    /// Forgets what is remembered of the parties where their revision is another.
-    void partiesAre(std::int64_t revision);
+    /// Forgets what is remembered of another version of the log, or of another revision of the parties.
+    void logIs(std::int64_t version, std::int64_t partyRevision);
 
   private:
     struct Party {
@@ -90,7 +91,8 @@ class Reader {
     // The parties' rows of the stretch, newest first. Each returns whether it was stopped.
     bool walkParties(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
     bool gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
-    bool eachRow(const FoundParties& found, const Scope& scope, const SeeRow& see);
+    /// By whichever way is shortest. `mayHold` allows the whole log to be held in memory for the next time.
+    bool eachRow(const FoundParties& found, const Scope& scope, bool mayHold, const SeeRow& see);
     Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
     /// Something to show rows to, which makes a page of them.
     SeeRow pageOf(Page& page, std::int64_t limit);
@@ -105,6 +107,7 @@ class Reader {
 
     Connection& connection_;
     SearchIndex index_;
+    PackedLog packed_;
     std::unordered_map<std::int64_t, Party> parties_;
     std::int64_t partyRevision_ = -1;
 };

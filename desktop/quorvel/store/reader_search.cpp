@@ -16,6 +16,8 @@ namespace {
 constexpr std::int64_t costOfParty = 12;
 constexpr std::int64_t costOfCallOfParty = 10;
 constexpr std::int64_t costOfMerged = 16;
+/// So many entries are passed over in memory while a walk passes over one.
+constexpr std::int64_t heldPerWalked = 60;
 
 std::int64_t product(std::int64_t one, std::int64_t other) {
     std::int64_t result = 0;
@@ -48,6 +50,21 @@ void walkParty(Connection& connection, const char* text, std::int64_t party, con
         if (!see(row, calls)) return;
     }
 }
+
+/// Whether a party is one of those; they rise.
+class OneOf {
+  public:
+    explicit OneOf(const std::vector<std::int64_t>& parties)
+        : wanted_(parties.empty() ? 0 : static_cast<std::size_t>(parties.back()) + 1) {
+        for (const std::int64_t party : parties) wanted_[static_cast<std::size_t>(party)] = true;
+    }
+    bool operator()(std::int64_t party) const {
+        return static_cast<std::size_t>(party) < wanted_.size() && wanted_[static_cast<std::size_t>(party)];
+    }
+
+  private:
+    std::vector<bool> wanted_;
+};
 
 }  // namespace
 
@@ -93,12 +110,7 @@ std::vector<CallRow> Reader::rowsOf(const std::vector<std::int64_t>& parties, co
 }
 
 bool Reader::walkParties(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see) {
-    std::vector<bool> matches(static_cast<std::size_t>(parties.back()) + 1);
-    for (const std::int64_t party : parties) matches[static_cast<std::size_t>(party)] = true;
-    const auto isMatch = [&](std::int64_t party) {
-        return static_cast<std::size_t>(party) < matches.size() && matches[static_cast<std::size_t>(party)];
-    };
-    return walkWanted(connection_, stretch, isMatch, see);
+    return walkWanted(connection_, stretch, OneOf(parties), see);
 }
 
 bool Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see) {
@@ -127,12 +139,18 @@ bool Reader::gatherAll(const std::vector<std::int64_t>& parties, const Stretch& 
     return stopped;
 }
 
-bool Reader::eachRow(const FoundParties& found, const Scope& scope, const SeeRow& see) {
+bool Reader::eachRow(const FoundParties& found, const Scope& scope, bool mayHold, const SeeRow& see) {
     if (found.parties.empty()) return false;
+    const bool isAllOfTheLog =
+        !scope.stretch.day && scope.stretch.since == INT64_MIN && scope.stretch.below == Cursor::top();
     // How rare they are decides: a walk passes over the calls of others, a gathering visits each party.
     const auto parties = static_cast<std::int64_t>(found.parties.size());
-    const bool isGathered = product(parties, costOfParty) + product(found.calls, costOfCallOfParty) < scope.calls;
-    return isGathered ? gatherAll(found.parties, scope.stretch, see) : walkParties(found.parties, scope.stretch, see);
+    const std::int64_t walked = isAllOfTheLog && packed_.isHeld() ? scope.calls / heldPerWalked : scope.calls;
+    if (product(parties, costOfParty) + product(found.calls, costOfCallOfParty) < walked)
+        return gatherAll(found.parties, scope.stretch, see);
+    if (isAllOfTheLog && (mayHold ? packed_.hold(connection_, scope.calls) : packed_.isHeld()))
+        return packed_.walk(scope.stretch.filter, OneOf(found.parties), see);
+    return walkParties(found.parties, scope.stretch, see);
 }
 
 Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit) {
@@ -202,7 +220,7 @@ Page Reader::pageOf(const FoundParties& found, const Scope& scope, std::int64_t 
     page.rows.reserve(static_cast<std::size_t>(std::min(limit, found.calls)));
     const SeeRow toPage = pageOf(page, limit);
     if (limit >= found.calls) {
-        page.atEnd = !eachRow(found, scope, toPage);
+        page.atEnd = !eachRow(found, scope, false, toPage);
         return page;
     }
     const std::int64_t all = totals(Filter::all, {}).calls;
@@ -225,7 +243,7 @@ std::int64_t Reader::eachFound(Filter filter, std::string_view text, std::option
         return shown;
     }
     index_.update(connection_, partyRevision_);
-    eachRow(index_.find(text), *scope, toSee);
+    eachRow(index_.find(text), *scope, true, toSee);
     return shown;
 }
 
@@ -283,7 +301,7 @@ Page Reader::historyPage(Filter filter, const Correspondent& with, const Cursor&
 
 std::int64_t Reader::eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see) {
     std::int64_t shown = 0;
-    eachRow(partiesWithCalls(with), *scopeOf(filter, {}, Cursor::top()), recordsTo(see, shown));
+    eachRow(partiesWithCalls(with), *scopeOf(filter, {}, Cursor::top()), false, recordsTo(see, shown));
     return shown;
 }
 
