@@ -3,12 +3,8 @@
 
 #include <new>
 
+#include "objc/thread_sanitizer.h"
 #include "objc/wire.h"
-
-#if defined(__SANITIZE_THREAD__)
-extern "C" void __tsan_acquire(void* address);
-extern "C" void __tsan_release(void* address);
-#endif
 
 extern "C" {
 extern void* _NSConcreteStackBlock[32];
@@ -57,10 +53,8 @@ class Block<R(Arguments...)> {
     }
     ~Block() {
         if (!block_) return;
-#if defined(__SANITIZE_THREAD__)
-        // The blocks runtime's counting is not instrumented, so the sanitizer is told of the order it makes.
-        __tsan_release(const_cast<void*>(block_));
-#endif
+        // The blocks runtime's counting is not instrumented.
+        sanitizer::release(block_);
         _Block_release(block_);
     }
 
@@ -94,9 +88,7 @@ class Block<R(Arguments...)> {
             0, sizeof(Literal),
             [](Literal* to, const Literal* from) { new (static_cast<void*>(&to->function)) Function(from->function); },
             [](Literal* literal) {
-#if defined(__SANITIZE_THREAD__)
-                __tsan_acquire(literal);
-#endif
+                sanitizer::acquire(literal);
                 literal->function.~Function();
             }};
     };

@@ -217,9 +217,7 @@ id allocate(Class self, SEL name, void* zone) {
 /// `dealloc` of a root: the peer goes first, then the object.
 template <class R>
 void deallocate(id self, SEL) {
-#if defined(__SANITIZE_THREAD__)
-    __tsan_acquire(self);
-#endif
+    sanitizer::acquire(self);
     PeerSlot& slot = peerSlot<R>(self);
     if (slot.peer) slot.destroy(std::exchange(slot.peer, nullptr));
     sendSuper<"dealloc">(Object{self}, classOf<R>());

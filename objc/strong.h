@@ -2,20 +2,14 @@
 #pragma once
 
 #include "objc/send.h"
-
-#if defined(__SANITIZE_THREAD__)
-extern "C" void __tsan_acquire(void* address);
-extern "C" void __tsan_release(void* address);
-#endif
+#include "objc/thread_sanitizer.h"
 
 namespace objc {
 
 inline void retain(Object object) { send<"retain", Object>(object); }
 inline void release(Object object) {
-#if defined(__SANITIZE_THREAD__)
-    // The runtime's own counting is not instrumented, so the sanitizer is told of the order it makes.
-    if (object.self) __tsan_release(object.self);
-#endif
+    // The runtime's own counting is not instrumented.
+    sanitizer::release(object.self);
     send<"release">(object);
 }
 

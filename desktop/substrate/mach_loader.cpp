@@ -16,9 +16,17 @@
 #include "desktop/substrate/mach_image.h"
 #include "desktop/substrate/mach_messages.h"
 #include "objc/target.h"
+#include "objc/thread_sanitizer.h"
 
 namespace substrate::mach {
 namespace {
+
+#if defined(OBJC_THREAD_SANITIZER)
+/// Reports cannot name the functions of an image; from here their offsets in it can be read off.
+constexpr std::uintptr_t wishedAddress = 0x7F0000000000;
+#else
+constexpr std::uintptr_t wishedAddress = 0;
+#endif
 
 void bindLazily() {
     std::fputs("a Mach-O image asked for a symbol that was bound when it was loaded\n", stderr);
@@ -45,7 +53,11 @@ const std::map<std::string, void*>& ownSymbols() {
         {"_object_getClass", addressOf(&classOfObject)},
         {"___stderrp", &stderr},
         {"_bzero", addressOf(&zero)},
-        {"dyld_stub_binder", addressOf(&bindLazily)}};
+        {"dyld_stub_binder", addressOf(&bindLazily)},
+        // Clang's names, in an instrumented image, for what the sanitizer's runtime has under the plain ones.
+        {"___tsan_memcpy", addressOf(&std::memcpy)},
+        {"___tsan_memmove", addressOf(&std::memmove)},
+        {"___tsan_memset", addressOf(&std::memset)}};
     return symbols;
 }
 
@@ -60,7 +72,8 @@ void* addressOfSymbol(const std::string& name) {
 class Mapping {
   public:
     explicit Mapping(const Image& image) : image_(image) {
-        void* memory = mmap(nullptr, image.extent, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        void* wish = reinterpret_cast<void*>(wishedAddress);
+        void* memory = mmap(wish, image.extent, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (memory == MAP_FAILED) return;
         base_ = static_cast<std::byte*>(memory);
         for (const auto& segment : image.segments)

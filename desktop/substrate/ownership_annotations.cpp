@@ -1,8 +1,10 @@
 // Under the thread sanitizer alone: tells it of the order that the reference count makes. The runtime and Foundation
 // are not instrumented, so an object released by an autorelease pool on one thread and freed on another would look like
 // a race although the count, which they change atomically, puts one after the other.
-#if defined(__SANITIZE_THREAD__)
 #include "desktop/substrate/substrate.h"
+#include "objc/thread_sanitizer.h"
+
+#if defined(OBJC_THREAD_SANITIZER)
 
 namespace {
 
@@ -10,11 +12,11 @@ IMP plainRelease;
 IMP plainDealloc;
 
 void annotatedRelease(id self, SEL name) {
-    __tsan_release(self);
+    objc::sanitizer::release(self);
     reinterpret_cast<void (*)(id, SEL)>(reinterpret_cast<void (*)()>(plainRelease))(self, name);
 }
 void annotatedDealloc(id self, SEL name) {
-    __tsan_acquire(self);
+    objc::sanitizer::acquire(self);
     reinterpret_cast<void (*)(id, SEL)>(reinterpret_cast<void (*)()>(plainDealloc))(self, name);
 }
 

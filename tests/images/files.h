@@ -15,8 +15,7 @@ namespace images {
 inline std::vector<char> contentOf(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     std::vector<char> content{std::istreambuf_iterator<char>(stream), {}};
-    if (content.empty())
-        throw std::runtime_error(file.string() + " is not there: build the presets handset and simulator");
+    if (content.empty()) throw std::runtime_error(file.string() + " is not there: ./test builds it with its preset");
     return content;
 }
 inline std::string textOf(const std::filesystem::path& file) {
