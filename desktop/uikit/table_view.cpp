@@ -4,12 +4,15 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "desktop/dispatch/clock.h"
 #include "desktop/uikit/search_bar.h"
 
 namespace uikit {
 namespace {
 
 constexpr double separatorInset = 15;
+/// Seconds for which a list without rows counts as one that is being loaded.
+constexpr double momentWithoutRows = 2;
 
 }  // namespace
 
@@ -140,9 +143,25 @@ void TableView::reloadIfNeeded() {
         top += footer_->frame().size.height;
     }
     setContentSize({bounds().size.width, top});
-    // A list that became shorter comes back into view; what the finger holds is left to the finger.
-    if (!isDragging() && !isDecelerating() && contentOffset().y > greatestOffset())
-        setContentOffset({0, greatestOffset()});
+    keepInView();
+}
+
+/// A list that became shorter comes back into view, and one that is empty for a moment, between two loads, stands where
+/// it stood once its rows are back. What the finger holds is left to the finger, and a place that was set since is
+/// kept.
+void TableView::keepInView() {
+    if (isDragging() || isDecelerating()) return lost_.reset();
+    const double greatest = greatestOffset();
+    const double stands = contentOffset().y;
+    const bool isEmpty = std::all_of(sections_.begin(), sections_.end(),
+                                     [](const Section& each) { return each.layout.rowCount() == 0; });
+    const double now = dispatch::Clock::now();
+    if (isEmpty && stands > greatest) lost_ = {stands, greatest, now};
+    if (stands > greatest) setContentOffset({0, greatest});
+    if (isEmpty) return;
+    const auto lost = std::exchange(lost_, std::nullopt);
+    if (lost && stands == lost->left && now - lost->since <= momentWithoutRows)
+        setContentOffset({0, std::min(lost->stood, greatest)});
 }
 
 double TableView::greatestOffset() const {

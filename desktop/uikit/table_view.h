@@ -133,7 +133,14 @@ class TableView : public ScrollView {
         objc::Ref<View> footer;
         bool hasBands = false;
     };
+    /// Where the list stood when a reload found it empty, and where that left it.
+    struct LostPlace {
+        double stood;
+        double left;
+        double since;  // by dispatch::Clock
+    };
     void reloadIfNeeded();
+    void keepInView();
     Section makeSection(long index, double top);
     /// What is asked for a header or a footer, and how high it is when nobody says.
     struct Band {
@@ -180,6 +187,7 @@ class TableView : public ScrollView {
     bool selectsWhileEditing_ = false;
     int updates_ = 0;
     std::vector<Section> sections_;
+    std::optional<LostPlace> lost_;
     std::map<RowPlace, objc::Ref<TableViewCell>> cells_;
     std::map<std::string, std::vector<objc::Ref<TableViewCell>>> reusable_;
     std::map<std::string, Class> cellClasses_;

@@ -70,6 +70,7 @@ class TableLayoutTest : public ToolkitTest {
         table_->reloadData();
         table_->layoutIfNeeded();
     }
+    static std::vector<SectionPlan> rows(std::size_t count) { return {{std::vector<int>(count, 40), 0, 0}}; }
     std::vector<RowPlace> visible() {
         std::vector<RowPlace> places;
         for (const auto& row : table_->visibleRows()) places.push_back({row.section, row.row});
@@ -144,6 +145,45 @@ TEST_F(TableLayoutTest, aListThatBecomesShorterComesBackIntoView) {
     show({{std::vector<int>(15, 40), 0, 0}});
     EXPECT_EQ(table_->contentOffset().y, 200);
     EXPECT_EQ(visible().size(), 10u);
+}
+
+TEST_F(TableLayoutTest, aListThatIsEmptyForAMomentStandsWhereItStood) {
+    show(rows(100));
+    table_->setContentOffset({0, 3000});
+    show({{{}, 0, 0}});
+    EXPECT_EQ(table_->contentOffset().y, 0);
+    show({{{}, 0, 0}});
+    advance(1);
+    show(rows(99));
+    EXPECT_EQ(table_->contentOffset().y, 3000);
+}
+
+TEST_F(TableLayoutTest, aListThatComesBackShorterStandsAtItsEnd) {
+    show(rows(100));
+    table_->setContentOffset({0, 3000});
+    show({});
+    show(rows(51));
+    EXPECT_EQ(table_->contentOffset().y, 1640);
+    show(rows(100));
+    EXPECT_EQ(table_->contentOffset().y, 1640) << "once only";
+}
+
+TEST_F(TableLayoutTest, aListThatWasEmptyForLongerBeginsAtItsTop) {
+    show(rows(100));
+    table_->setContentOffset({0, 3000});
+    show({});
+    advance(3);
+    show(rows(100));
+    EXPECT_EQ(table_->contentOffset().y, 0);
+}
+
+TEST_F(TableLayoutTest, aPlaceThatIsSetWhileTheListIsEmptyIsKept) {
+    show(rows(100));
+    table_->setContentOffset({0, 3000});
+    show({});
+    table_->setContentOffset({0, 44});
+    show(rows(100));
+    EXPECT_EQ(table_->contentOffset().y, 44);
 }
 
 TEST_F(TableLayoutTest, aReloadAsksAgainForTheRowsInView) {
