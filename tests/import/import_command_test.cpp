@@ -12,9 +12,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using tools_tests::Directory;
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
+using tools_tests::failed;
+using tools_tests::header;
+using tools_tests::succeeded;
 
 const std::string android = "'" SAMPLES "/android-contacts2-plaso/contacts2.db'";
 
@@ -37,8 +37,7 @@ TEST(ImportCommand, namingAFileTwiceAddsItOnce) {
 
 TEST(ImportCommand, aDryRunSaysWhatWouldComeAndWritesNothing) {
     const Directory directory;
-    const auto file =
-        directory.write("calls.csv", "date,address,kind,duration\n1383772636,5404561685,missed,0\n2,2,lost,0\n");
+    const auto file = directory.write("calls.csv", header + "1383772636,5404561685,missed,0\n2,2,lost,0\n");
     EXPECT_EQ(directory.run("import " + android).status, succeeded);
     const auto before = tools_tests::contentOf(directory.file("data/calls.db"));
     const auto dry = directory.run("import --dry-run " + android + " '" + file.string() + "'");

@@ -13,12 +13,10 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using tools_tests::contentOf;
 using tools_tests::Directory;
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int unusable = 2;
-
-const std::string header = "date,address,kind,duration\n";
+using tools_tests::failed;
+using tools_tests::header;
+using tools_tests::succeeded;
+using tools_tests::unusable;
 
 TEST(BadInput, aHeaderThatCannotBeUsedIsNotSkipped) {
     const Directory directory;

@@ -7,6 +7,15 @@
 
 namespace tools_tests {
 
+// What the program's status says.
+constexpr int succeeded = 0;
+constexpr int failed = 1;
+constexpr int unusable = 2;
+
+/// The heads of files of calls that tests write: what must be there, and the same with a name.
+inline const std::string header = "date,address,kind,duration\n";
+inline const std::string headerWithName = "date,address,kind,duration,name\n";
+
 struct Outcome {
     int status = -1;
     std::string output;

@@ -17,16 +17,14 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using tools_tests::Directory;
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int unusable = 2;
-
-const std::string header = "date,address,kind,duration,name\n";
+using tools_tests::failed;
+using tools_tests::headerWithName;
+using tools_tests::succeeded;
+using tools_tests::unusable;
 
 TEST(Quorvelctl, importsAndListsNewestFirst) {
     const Directory directory;
-    const auto file = directory.write("calls.csv", header +
+    const auto file = directory.write("calls.csv", headerWithName +
                                                        "1718452800,+4930100,received,30,Anna\n"
                                                        "2024-06-15T13:00:00Z,+4930200,missed,0,\n");
     const auto imported = directory.run("import '" + file.string() + '\'');
@@ -42,7 +40,7 @@ TEST(Quorvelctl, importsAndListsNewestFirst) {
 
 TEST(Quorvelctl, importsNothingOfAFileWithAWrongLine) {
     const Directory directory;
-    const auto file = directory.write("calls.csv", header + "1,1,missed,0,\n2,2,lost,0,\n");
+    const auto file = directory.write("calls.csv", headerWithName + "1,1,missed,0,\n2,2,lost,0,\n");
     const auto outcome = directory.run("import '" + file.string() + '\'');
     EXPECT_EQ(outcome.status, failed);
     EXPECT_THAT(outcome.errors, HasSubstr(file.string() + ":3:5: "));
@@ -52,7 +50,7 @@ TEST(Quorvelctl, importsNothingOfAFileWithAWrongLine) {
 
 TEST(Quorvelctl, countsWhatItWasToldToSkip) {
     const Directory directory;
-    const auto file = directory.write("calls.csv", header + "1,1,missed,0,\n2,2,lost,0,\n3,3,missed,x,\n");
+    const auto file = directory.write("calls.csv", headerWithName + "1,1,missed,0,\n2,2,lost,0,\n3,3,missed,x,\n");
     const auto outcome = directory.run("import --skip-bad '" + file.string() + '\'');
     EXPECT_EQ(outcome.status, succeeded);
     EXPECT_THAT(outcome.lines(), ElementsAre("1 calls imported.", "2 skipped."));
@@ -61,7 +59,7 @@ TEST(Quorvelctl, countsWhatItWasToldToSkip) {
 
 TEST(Quorvelctl, importsAllFilesOrNone) {
     const Directory directory;
-    const auto good = directory.write("good.csv", header + "1,1,missed,0,\n");
+    const auto good = directory.write("good.csv", headerWithName + "1,1,missed,0,\n");
     const auto outcome =
         directory.run("import '" + good.string() + "' '" + directory.file("nowhere.csv").string() + '\'');
     EXPECT_EQ(outcome.status, failed);
@@ -169,7 +167,7 @@ TEST(Quorvelctl, announcesWhatItChanges) {
         return true;
     }();
     ASSERT_TRUE(once);
-    const auto file = directory.write("calls.csv", header + "1,1,missed,0,\n");
+    const auto file = directory.write("calls.csv", headerWithName + "1,1,missed,0,\n");
     for (const std::string& command : {"import '" + file.string() + '\'', std::string("generate --calls 3"),
                                        std::string("set isGroupByDate on"), std::string("notify SomethingElse")}) {
         EXPECT_EQ(directory.run(command).status, succeeded) << command;
