@@ -4,5 +4,6 @@ function(quorvel_test name)
     add_executable(${name} ${TEST_SOURCES})
     target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    gtest_discover_tests(${name} PROPERTIES TIMEOUT 900 DISCOVERY_MODE PRE_TEST)
+    # Cases of parameterised tests have names of their own; what their values look like in memory is nobody's.
+    gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 900)
 endfunction()

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
+#include <cmath>
 #include <numbers>
 
 #include "tests/graphics/pixels.h"
@@ -15,7 +16,8 @@ constexpr std::uint32_t black = 0xFF000000;
 
 class CanvasAtScale : public ::testing::TestWithParam<double> {};
 
-INSTANTIATE_TEST_SUITE_P(Scales, CanvasAtScale, ::testing::Values(1, 1.25, 1.5, 2, 3));
+INSTANTIATE_TEST_SUITE_P(Scales, CanvasAtScale, ::testing::Values(1, 1.25, 1.5, 2, 3),
+                         [](const auto& each) { return std::to_string(std::lround(each.param * 100)) + "percent"; });
 
 TEST_P(CanvasAtScale, aHorizontalHairlineIsOneWholePixelHigh) {
     const Image image({20, 20}, GetParam());

@@ -41,7 +41,8 @@ TEST_P(TextsTest, theFileSaysThatItIsUtf8) {
     EXPECT_TRUE(contentOf(GetParam()).starts_with("\xEF\xBB\xBF")) << "it would be read in the machine's encoding";
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, TextsTest, testing::Values("de", "es", "ru", "ar"));
+INSTANTIATE_TEST_SUITE_P(Languages, TextsTest, testing::Values("de", "es", "ru", "ar"),
+                         [](const auto& each) { return std::string(each.param); });
 
 }  // namespace
 }  // namespace phone

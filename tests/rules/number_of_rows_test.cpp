@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include <ostream>
+#include "tests/case_names.h"
 
 namespace {
 
@@ -15,8 +15,6 @@ struct Case {
     rows::RowSituation now;
     std::int64_t expected;
 };
-
-void PrintTo(const Case& each, std::ostream* out) { *out << each.holds; }
 
 class NumberOfRows : public testing::TestWithParam<Case> {};
 
@@ -35,7 +33,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"a search that is complete has none", {50, 500, 50, true, true}, 50},
         Case{"a search that goes on keeps it while less was found than there is", {40, 40, 12, true, false}, 41},
         Case{"a search that found everything has none", {40, 40, 40, true, false}, 40},
-        Case{"a negative count during a deletion stays negative", {-1, 40, 0, true, true}, -1}));
+        Case{"a negative count during a deletion stays negative", {-1, 40, 0, true, true}, -1}),
+    [](const auto& each) { return tests::caseName(each.param.holds); });
 
 TEST(NumberOfRows, isTheCallRowsAndAtMostOneMore) {
     EXPECT_TRUE(rc::check([] {

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/case_names.h"
 #include "tests/scenarios/phone_process.h"
 
 namespace {
@@ -201,6 +202,7 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"post", "usage: post NAME"}, Mistake{"trace Nobody", "there is no class \"Nobody\" to trace"},
         Mistake{"picture /nonexistent/x.png", "The picture /nonexistent/x.png cannot be written"},
         Mistake{"type x", "nothing has the keyboard; tap a field first"}, Mistake{"erase", "nothing has the keyboard"},
-        Mistake{"key f13", "there is no key \"f13\""}));
+        Mistake{"key f13", "there is no key \"f13\""}),
+    [](const auto& each) { return tests::caseName(each.param.line); });
 
 }  // namespace

@@ -140,20 +140,29 @@ TEST_F(TableTouchTest, inEditModeTheMinusShowsTheDeleteButtonAndRowsAreNotSelect
     EXPECT_TRUE(cellAt(0)->minusRect().isEmpty());
 }
 
-class AccessoryTest : public TableTouchTest, public testing::WithParamInterface<std::pair<long, const char*>> {};
+struct Accessory {
+    const char* name;
+    long type;
+    const char* heard;
+};
+
+class AccessoryTest : public TableTouchTest, public testing::WithParamInterface<Accessory> {};
 
 TEST_P(AccessoryTest, aTapAtTheRightEdgeOpensDetailsWhereThereIsADetailButtonAndSelectsElsewhere) {
-    source_->accessoryType = GetParam().first;
+    source_->accessoryType = GetParam().type;
     table_->reloadData();
     window().layoutIfNeeded();
     tap({290, 66});
-    EXPECT_EQ(heard(), Names{GetParam().second});
+    EXPECT_EQ(heard(), Names{GetParam().heard});
 }
 
 INSTANTIATE_TEST_SUITE_P(Types, AccessoryTest,
-                         testing::Values(std::pair{0L, "select bob"}, std::pair{1L, "select bob"},
-                                         std::pair{2L, "details bob"}, std::pair{3L, "select bob"},
-                                         std::pair{4L, "details bob"}));
+                         testing::Values(Accessory{"none", TableViewCell::none, "select bob"},
+                                         Accessory{"arrow", TableViewCell::disclosureIndicator, "select bob"},
+                                         Accessory{"arrowAndDetails", TableViewCell::detailDisclosure, "details bob"},
+                                         Accessory{"checkmark", TableViewCell::checkmark, "select bob"},
+                                         Accessory{"details", TableViewCell::detailButton, "details bob"}),
+                         [](const auto& each) { return std::string(each.param.name); });
 
 TEST_F(TableTouchTest, theArrowBesideADetailButtonSelectsItsRow) {
     source_->accessoryType = TableViewCell::detailDisclosure;
