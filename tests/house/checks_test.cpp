@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 
 using house::Finding;
@@ -25,8 +26,10 @@ void write(const std::filesystem::path& path, std::string_view text) {
 }  // namespace
 
 TEST(SourceTree, aFileOfTextIsReadByLinesUnderItsPathFromTheRoot) {
-    const std::filesystem::path root = std::filesystem::path(testing::TempDir()) / "house_source_tree";
-    std::filesystem::remove_all(root);
+    // A folder of its own, whoever runs this at the same time.
+    std::string folder = testing::TempDir() + "house_source_tree-XXXXXX";
+    ASSERT_NE(mkdtemp(folder.data()), nullptr);
+    const std::filesystem::path root = folder;
     write(root / "objc" / "send.h", "// Sends.\n\nint x;");
     write(root / "build" / "dev" / "generated.h", "left out");
     write(root / ".git" / "config", "left out");

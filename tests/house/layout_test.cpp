@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 
 #include "tests/house/source_tree.h"
@@ -36,9 +37,10 @@ Outcome checkLayout(const std::filesystem::path& root, const std::vector<std::st
 }
 
 Outcome checkLayoutOf(const std::string& text) {
-    const std::filesystem::path root = std::filesystem::path(testing::TempDir()) / "house_layout";
-    std::filesystem::create_directories(root);
-    std::ofstream(root / "sample.cpp") << text;
+    // A folder of its own: several of these tests run at once.
+    std::string root = testing::TempDir() + "house_layout-XXXXXX";
+    if (mkdtemp(root.data()) == nullptr) return {-1, "no folder for the test"};
+    std::ofstream(root + "/sample.cpp") << text;
     Outcome outcome = checkLayout(root, {"sample.cpp"});
     std::filesystem::remove_all(root);
     return outcome;
