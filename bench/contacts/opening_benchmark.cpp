@@ -79,7 +79,8 @@ void callsOfTheCard(benchmark::State& state) {
     const objc::AutoreleasePool pool;
     quorvel::DataService::shared()->setStore(
         std::make_unique<CallStore>(valueOf(CallStore::open(storeOf(logSize).path()))));
-    const auto entry = quorvel::CallEntry::of(callerOf(isContact));
+    quorvel::SharedTexts texts;
+    const auto entry = quorvel::CallEntry::of(callerOf(isContact), texts);
     rows::CallListState list;
     for (auto _ : state) {
         const objc::AutoreleasePool each;

@@ -95,9 +95,10 @@ void launch() {
 /// The log that is open, where one is that others may meet again.
 std::optional<Log> present;
 
-/// The Recents screen, appearing with the first page of what the companion has open.
+/// The Recents screen, appearing with the first page of what the companion has open, whatever was shown before.
 UIViewController appear() {
     const auto recents = objc::as<UIViewController>(phone::frontScreen()->object());
+    switchTo(recents, Filter::All);
     objc::send<"viewAppearedAction">(recents);
     orThrow(phone::settle());
     return recents;

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -60,7 +61,9 @@ class CompanionTest : public testing::Test {
         objc::send<"readCallsFromDB:offset:flag:">(object(), count, offset, filter);
     }
     static CallEntry& entry(NSArray list, unsigned long index) {
-        return *objc::peerOf<CallEntry>(list.objectAtIndex(index));
+        auto* found = objc::peerOf<CallEntry>(list.objectAtIndex(index));
+        if (!found) throw std::out_of_range("the list has no entry " + std::to_string(index));
+        return *found;
     }
     static std::vector<int> rowIds(NSArray list);
 
