@@ -71,13 +71,13 @@ TEST_F(EntryTest, callsOfOneNumberShareTheirTextsUntilOneIsSet) {
     read(10, 0, all);
     const auto& first = entry(list(all), 0);
     const auto& second = entry(list(all), 1);
-    EXPECT_EQ(first.text<&CallTexts::name>().self(), second.text<&CallTexts::name>().self());
+    EXPECT_EQ(first.text<&CounterpartTexts::name>().self(), second.text<&CounterpartTexts::name>().self());
     objc::send<"setName:">(objc::Object{second.self}, ns("Berta"));
-    EXPECT_EQ(uikit::utf8(first.text<&CallTexts::name>()), "Anna");
-    EXPECT_EQ(uikit::utf8(second.text<&CallTexts::name>()), "Berta");
+    EXPECT_EQ(uikit::utf8(first.text<&CounterpartTexts::name>()), "Anna");
+    EXPECT_EQ(uikit::utf8(second.text<&CounterpartTexts::name>()), "Berta");
     EXPECT_EQ(uikit::utf8(second.phoneNumber()), "100");
     objc::send<"setName:">(objc::Object{second.self}, objc::Object{});
-    EXPECT_FALSE(second.text<&CallTexts::name>());
+    EXPECT_FALSE(second.text<&CounterpartTexts::name>());
 }
 
 TEST_F(EntryTest, directionAndDurationDecideTheKind) {
@@ -106,20 +106,20 @@ TEST_F(EntryTest, aCallThatNamesNoPlaceHasThatOfItsNumber) {
     setHomeRegion("DE");
     add({{"03020930", noon}, {"", noon - 1}, {"110", noon - 2}, {"anna@b.example", noon - 3}});
     read(10, 0, all);
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "Berlin");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CounterpartTexts::location>()), "Berlin");
     for (const unsigned long placeless : {1UL, 2UL, 3UL})
-        EXPECT_FALSE(entry(list(all), placeless).text<&CallTexts::location>()) << placeless;
+        EXPECT_FALSE(entry(list(all), placeless).text<&CounterpartTexts::location>()) << placeless;
 }
 
 TEST_F(EntryTest, aNumberIsPlacedAnewWhenTheHomeIsAnother) {
     setHomeRegion("DE");
     add({{"03020930", noon}});
     read(10, 0, all);
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "Berlin");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CounterpartTexts::location>()), "Berlin");
     setHomeRegion("US");
     list(all).removeAllObjects();
     read(10, 0, all);
-    EXPECT_FALSE(entry(list(all), 0).text<&CallTexts::location>());
+    EXPECT_FALSE(entry(list(all), 0).text<&CounterpartTexts::location>());
 }
 
 TEST_F(EntryTest, thePlaceThatACallNamesStays) {
@@ -130,7 +130,7 @@ TEST_F(EntryTest, thePlaceThatACallNamesStays) {
     call.location = "At sea";
     ASSERT_TRUE(callStore()->append(call));
     read(10, 0, all);
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::location>()), "At sea");
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CounterpartTexts::location>()), "At sea");
 }
 
 }  // namespace

@@ -88,8 +88,9 @@ TEST_F(PagingTest, aLongReadIsTheWholeListThoughItGoesInPieces) {
 TEST_F(PagingTest, entriesOfOnePersonShareTheirTexts) {
     add({{"100", noon, 30, 4, 7, "Anna"}, {"100", noon + 60, 30, 4, 7, "Anna"}, {"200", noon + 120, 30, 4, 8, "Bert"}});
     read(9, 0, all);
-    EXPECT_EQ(entry(list(all), 1).text<&CallTexts::name>().self(), entry(list(all), 2).text<&CallTexts::name>().self());
-    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CallTexts::name>()), "Bert");
+    EXPECT_EQ(entry(list(all), 1).text<&CounterpartTexts::name>().self(),
+              entry(list(all), 2).text<&CounterpartTexts::name>().self());
+    EXPECT_EQ(uikit::utf8(entry(list(all), 0).text<&CounterpartTexts::name>()), "Bert");
     EXPECT_EQ(uikit::utf8(entry(list(all), 2).phoneNumber()), "100");
 }
 
@@ -120,13 +121,13 @@ TEST_F(PagingTest, groupedByDateTheFirstFilterReadsDaysIntoTheListOfDays) {
     const auto days = get<"dateCallsList", NSMutableArray>();
     ASSERT_EQ(days.count(), 2U);
     const CallEntry& older = entry(days, 1);
-    EXPECT_EQ(uikit::utf8(older.day.load()), "2024-06-15");
+    EXPECT_EQ(uikit::utf8(older.dayText()), "2024-06-15");
     EXPECT_EQ(older.dialledCount, 1);
     EXPECT_EQ(older.receivedCount, 1);
     EXPECT_EQ(older.missedCount, 1);
     EXPECT_EQ(older.dialledDuration, 10);
     EXPECT_EQ(older.receivedDuration, 20);
-    EXPECT_EQ(uikit::utf8(entry(days, 0).day.load()), "2024-06-16");
+    EXPECT_EQ(uikit::utf8(entry(days, 0).dayText()), "2024-06-16");
 }
 
 TEST_F(PagingTest, groupedByContactCallsInARowAreOneEntry) {

@@ -53,13 +53,13 @@ TEST_F(ThreadsTest, textsThatAreSetMeanwhileAreReadWholeAndNoneIsLost) {
             (shared.*setText)(ns(round % 2 == 0 ? one : other));
         }
     };
-    std::thread naming([&] { set(&CallEntry::setText<&CallTexts::name>, "Berta", "Clara"); });
-    std::thread placing([&] { set(&CallEntry::setText<&CallTexts::location>, "Rome", "Oslo"); });
+    std::thread naming([&] { set(&CallEntry::setText<&CounterpartTexts::name>, "Berta", "Clara"); });
+    std::thread placing([&] { set(&CallEntry::setText<&CounterpartTexts::location>, "Rome", "Oslo"); });
     std::thread reading([&] {
         const dispatch::AutoreleaseScope scope;
         for (int round = 0; round < rounds; ++round) {
             const objc::AutoreleasePool pool;
-            const auto name = uikit::utf8(shared.text<&CallTexts::name>());
+            const auto name = uikit::utf8(shared.text<&CounterpartTexts::name>());
             if (name != "Anna" && name != "Berta" && name != "Clara") ++wrong;
             if (uikit::utf8(shared.phoneNumber()) != "100") ++wrong;
         }
@@ -68,8 +68,8 @@ TEST_F(ThreadsTest, textsThatAreSetMeanwhileAreReadWholeAndNoneIsLost) {
     placing.join();
     reading.join();
     EXPECT_EQ(wrong, 0);
-    EXPECT_EQ(uikit::utf8(shared.text<&CallTexts::name>()), "Berta");
-    EXPECT_EQ(uikit::utf8(shared.text<&CallTexts::location>()), "Rome");
+    EXPECT_EQ(uikit::utf8(shared.text<&CounterpartTexts::name>()), "Berta");
+    EXPECT_EQ(uikit::utf8(shared.text<&CounterpartTexts::location>()), "Rome");
 }
 
 TEST_F(ThreadsTest, twoReadersOfOnePageAppendItOnce) {

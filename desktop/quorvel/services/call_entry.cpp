@@ -40,14 +40,14 @@ void CallEntry::define(objc::ClassDefinition<CallEntry>& definition) {
         .method<"setDldCallsDuration:", &Self::set64<&Self::dialledDuration>>()
         .method<"rcdCallsDuration", &Self::get64<&Self::receivedDuration>>()
         .method<"setRcdCallsDuration:", &Self::set64<&Self::receivedDuration>>()
-        .method<"phoneNumber", &Self::text<&CallTexts::phoneNumber>>()
-        .method<"setPhoneNumber:", &Self::setText<&CallTexts::phoneNumber>>()
-        .method<"name", &Self::text<&CallTexts::name>>()
-        .method<"setName:", &Self::setText<&CallTexts::name>>()
-        .method<"phoneLabel", &Self::text<&CallTexts::label>>()
-        .method<"setPhoneLabel:", &Self::setText<&CallTexts::label>>()
-        .method<"location", &Self::text<&CallTexts::location>>()
-        .method<"setLocation:", &Self::setText<&CallTexts::location>>()
+        .method<"phoneNumber", &Self::text<&CounterpartTexts::phoneNumber>>()
+        .method<"setPhoneNumber:", &Self::setText<&CounterpartTexts::phoneNumber>>()
+        .method<"name", &Self::text<&CounterpartTexts::name>>()
+        .method<"setName:", &Self::setText<&CounterpartTexts::name>>()
+        .method<"phoneLabel", &Self::text<&CounterpartTexts::label>>()
+        .method<"setPhoneLabel:", &Self::setText<&CounterpartTexts::label>>()
+        .method<"location", &Self::text<&CounterpartTexts::location>>()
+        .method<"setLocation:", &Self::setText<&CounterpartTexts::location>>()
         .method<"grpByDate", &Self::dayText>()
         .method<"setGrpByDate:", &Self::setDay>();
 }
@@ -76,8 +76,7 @@ void CallEntry::fill(const store::CallRecord& record, SharedTexts& texts) {
     set(missedCount, record.missedCount);
     set(dialledDuration, record.dialledDuration);
     set(receivedDuration, record.receivedDuration);
-    texts_.store(texts.ofCall(record));
-    day.store(texts.of(record.day));
+    texts_.store({texts.ofCall(record), texts.of(record.day)});
 }
 
 store::CallRecord CallEntry::record() const {
@@ -89,11 +88,11 @@ store::CallRecord CallEntry::record() const {
     record.duration = duration;
     record.flags = flag;
     record.count = count;
-    record.address = uikit::utf8(text<&CallTexts::phoneNumber>());
-    record.name = uikit::utf8(text<&CallTexts::name>());
-    record.label = uikit::utf8(text<&CallTexts::label>());
-    record.location = uikit::utf8(text<&CallTexts::location>());
-    record.day = uikit::utf8(day.load());
+    record.address = uikit::utf8(text<&CounterpartTexts::phoneNumber>());
+    record.name = uikit::utf8(text<&CounterpartTexts::name>());
+    record.label = uikit::utf8(text<&CounterpartTexts::label>());
+    record.location = uikit::utf8(text<&CounterpartTexts::location>());
+    record.day = uikit::utf8(dayText());
     return record;
 }
 

@@ -6,7 +6,6 @@
 #include "desktop/quorvel/services/shared_texts.h"
 #include "desktop/quorvel/store/call.h"
 #include "objc/layer.h"
-#include "objc/strong_slot.h"
 
 namespace quorvel {
 
@@ -44,17 +43,17 @@ class CallEntry : public objc::PeerBase {
     void set64(std::int64_t value) {
         (this->*field).store(value, std::memory_order_relaxed);
     }
-    template <objc::Strong<> CallTexts::*field>
+    template <objc::Strong<> CounterpartTexts::*field>
     objc::Strong<> text() const {
         return texts_.load(field);
     }
-    template <objc::Strong<> CallTexts::*field>
+    template <objc::Strong<> CounterpartTexts::*field>
     void setText(objc::Object text) {
         texts_.replace(field, copyOf(text));
     }
-    objc::Strong<> dayText() const { return day.load(); }
-    void setDay(objc::Object text) { day.store(copyOf(text)); }
-    objc::Strong<> phoneNumber() const { return text<&CallTexts::phoneNumber>(); }
+    objc::Strong<> dayText() const { return texts_.loadDay(); }
+    void setDay(objc::Object text) { texts_.replaceDay(copyOf(text)); }
+    objc::Strong<> phoneNumber() const { return text<&CounterpartTexts::phoneNumber>(); }
     bool isDeleted() const { return deleted.load(std::memory_order_relaxed); }
     void setIsDeleted(bool isDeletedNow) { deleted.store(isDeletedNow, std::memory_order_relaxed); }
     bool isDialed() const { return store::isDialled(flag, duration); }
@@ -78,7 +77,6 @@ class CallEntry : public objc::PeerBase {
     std::atomic<std::int64_t> missedCount{0};
     std::atomic<std::int64_t> dialledDuration{0};
     std::atomic<std::int64_t> receivedDuration{0};
-    objc::StrongSlot<> day;
 
   private:
     static objc::Strong<> copyOf(objc::Object text) {

@@ -11,6 +11,7 @@
 #include "desktop/quorvel/services/call_entry.h"
 #include "desktop/quorvel/store/call_store.h"
 #include "objc/snapshot_array.h"
+#include "objc/strong_slot.h"
 
 namespace quorvel {
 

@@ -26,9 +26,7 @@ bool isOf(store::Filter filter, const CallEntry& entry) {
     return filter == store::Filter::all || filter == entry.kind();
 }
 
-bool isAt(objc::Object day, const CallEntry& entry) {
-    return !day || uikit::utf8(day) == uikit::utf8(entry.day.load());
-}
+bool isAt(objc::Object day, const CallEntry& entry) { return !day || uikit::utf8(day) == uikit::utf8(entry.dayText()); }
 
 }  // namespace
 
@@ -103,7 +101,7 @@ bool DataService::removeListed(objc::Object entries, std::int64_t code, bool) {
 
 bool DataService::removeEntry(CallEntry* entry, std::int64_t code, objc::Object) {
     if (!store_ || !entry) return false;
-    if (entry->isDay()) return removeCalls(code, entry->day.load().get());
+    if (entry->isDay()) return removeCalls(code, entry->dayText().get());
     return removeNamed({entry}, code, Days::Reread);
 }
 

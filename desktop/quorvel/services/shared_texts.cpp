@@ -31,7 +31,7 @@ const objc::Strong<>& SharedTexts::of(const std::string& text) {
     return known.object;
 }
 
-const std::shared_ptr<const CallTexts>& SharedTexts::ofCall(const store::CallRecord& record) {
+const std::shared_ptr<const CounterpartTexts>& SharedTexts::ofCall(const store::CallRecord& record) {
     if (const auto revision = homeRevision(); revision != revision_) {
         forgetCounterparts();
         revision_ = revision;
@@ -42,8 +42,8 @@ const std::shared_ptr<const CallTexts>& SharedTexts::ofCall(const store::CallRec
     Counterpart& known = counterparts_[latest_];
     if (known.isOf(record)) return known.texts;
     known = {record.address, record.name, record.label, record.location,
-             std::make_shared<CallTexts>(CallTexts{of(record.address), orNull(record.name), orNull(record.label),
-                                                   orNull(placeOfCall(record))})};
+             std::make_shared<CounterpartTexts>(CounterpartTexts{of(record.address), orNull(record.name),
+                                                                 orNull(record.label), orNull(placeOfCall(record))})};
     // Remembered from here on, so that no row works it out while it is drawn.
     if (!record.address.empty()) formattedNumber(record.address);
     return known.texts;

@@ -18,7 +18,7 @@ class SharedTexts {
 
     /// The texts of a call; one without a place gets that of its number. What rows say of the number is worked out
     /// here, on the thread that read the record.
-    const std::shared_ptr<const CallTexts>& ofCall(const store::CallRecord& record);
+    const std::shared_ptr<const CounterpartTexts>& ofCall(const store::CallRecord& record);
 
     /// Places are found anew, as they are after another language was chosen.
     void forgetCounterparts();
@@ -34,7 +34,7 @@ class SharedTexts {
                    location == record.location;
         }
         std::string address, name, label, location;
-        std::shared_ptr<const CallTexts> texts;
+        std::shared_ptr<const CounterpartTexts> texts;
     };
 
     objc::Strong<> orNull(const std::string& text) { return text.empty() ? objc::Strong<>() : of(text); }
