@@ -9,8 +9,10 @@
 
 namespace bench {
 
-/// Who is in a log: people called with skew, or one number in every call.
-enum class Callers { many, one };
+/// Who is in a log: people called with skew, theNumber in every call, or theNumber in every tenth and people in the
+/// rest.
+enum class Callers { many, one, oneInTen };
+constexpr const char* theNumber = "+493012345678";
 
 /// The log of that many calls.
 std::filesystem::path logOf(std::int64_t calls, Callers callers = Callers::many);

@@ -11,16 +11,23 @@
 #include "desktop/phone/handset.h"
 #include "desktop/phone/main_loop.h"
 #include "desktop/phone/screen_probe.h"
+#include "desktop/uikit/text.h"
 
 namespace {
 
 constexpr std::int64_t historySize = 100'000;
 
-/// Fetches every column of the number's calls, newest first by the index of parties, and makes nothing of them.
+/// Whose calls a log of that size holds, so that the number has as many as its history is to have.
+bench::Callers callersOf(std::int64_t calls) {
+    return calls == historySize ? bench::Callers::one : bench::Callers::oneInTen;
+}
+
+/// The argument is how many calls the log has. Fetches every column of the number's calls, newest first by the index of
+/// parties, and makes nothing of them.
 void bareHistory(benchmark::State& state) {
     sqlite3* database = nullptr;
     sqlite3_stmt* calls = nullptr;
-    sqlite3_open(bench::logOf(historySize, bench::Callers::one).c_str(), &database);
+    sqlite3_open(bench::logOf(state.range(0), callersOf(state.range(0))).c_str(), &database);
     sqlite3_prepare_v2(database,
                        "select ROWID, address, date, duration, flags, id, datetime, location from call indexed by "
                        "call_by_party where party = (select party from party where address = '+493012345678') "
@@ -44,14 +51,20 @@ void bareHistory(benchmark::State& state) {
 
 UIViewController makeHistory(UIViewController recents) {
     const auto screen = objc::autorelease(objc::make<UIViewController>(objc::classNamed<"QVLogViewController">()));
-    objc::send<"setEntry:">(screen, bench::service().callList().objectAtIndex<QVCallEntry>(0));
+    const auto calls = bench::service().callList();
+    auto entry = calls.objectAtIndex<QVCallEntry>(0);
+    for (NSUInteger i = 0; uikit::utf8(entry.phoneNumber()) != bench::theNumber; ++i) {
+        if (i == calls.count()) throw std::runtime_error("the number has no call on the first page");
+        entry = calls.objectAtIndex<QVCallEntry>(i);
+    }
+    objc::send<"setEntry:">(screen, entry);
     objc::send<"setDelegate:">(screen, recents);
     return screen;
 }
 
 /// From the pushed screen's appearing to the table's knowing its rows.
 void openHistory(benchmark::State& state) {
-    const auto recents = bench::recentsOn(historySize, bench::Callers::one);
+    const auto recents = bench::recentsOn(state.range(0), callersOf(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
         {
@@ -103,8 +116,8 @@ void scrollHistory(benchmark::State& state) {
     if (const auto trouble = phone::settle()) throw std::runtime_error(*trouble);
 }
 
-BENCHMARK(bareHistory)->Unit(benchmark::kMillisecond);
-BENCHMARK(openHistory)->Unit(benchmark::kMillisecond);
+BENCHMARK(bareHistory)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(openHistory)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollHistory)->Unit(benchmark::kMillisecond)->Iterations(2000);
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST(Files, aDatabaseOfAnotherProgramIsForeign) {
 TEST(Files, aLogOfALaterVersionIsNotTouched) {
     Folder folder;
     makeLog(folder.file(), 5);
-    runOn(folder.file(), "pragma user_version = 4");
+    runOn(folder.file(), "pragma user_version = 5");
     expectRefused(folder.file(), ErrorKind::newer, "Update the program");
 }
 

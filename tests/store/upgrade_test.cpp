@@ -107,6 +107,13 @@ create index deleted_by_moment on deleted (moment);
 pragma user_version = 2;
 )";
 
+/// Makes a log of the third version out of one of the second.
+constexpr const char* thirdVersion = R"(
+alter table call add column extra text;
+alter table deleted add column extra text;
+pragma user_version = 3;
+)";
+
 void runOn(const std::filesystem::path& path, const char* statements) {
     sqlite3* database = nullptr;
     ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
@@ -141,7 +148,7 @@ class Upgrade : public ::testing::Test {
 TEST_F(Upgrade, aLogOfTheFirstVersionIsBroughtUpAndKeepsItsCalls) {
     CallStore store = openStore(folder_.file());
     expectItsCalls(store);
-    EXPECT_EQ(versionOf(folder_.file()), 3);
+    EXPECT_EQ(versionOf(folder_.file()), 4);
     EXPECT_EQ(valueOf(store.revision()), 5);
     EXPECT_EQ(valueOf(store.deletedCalls(Cursor::top(), noLimit)).rows.size(), 0U);
     EXPECT_EQ(valueOf(store.deleteAll(Filter::all)), 2);
@@ -160,7 +167,7 @@ TEST_F(Upgrade, aLogOfTheSecondVersionGetsRoomForWhatElseIsKnown) {
     }
     CallStore store = openStore(folder_.file());
     expectItsCalls(store);
-    EXPECT_EQ(versionOf(folder_.file()), 3);
+    EXPECT_EQ(versionOf(folder_.file()), 4);
     NewCall call;
     call.address = "5550000";
     call.date = 1700000200;
@@ -174,6 +181,24 @@ TEST_F(Upgrade, aLogOfTheSecondVersionGetsRoomForWhatElseIsKnown) {
     EXPECT_EQ(calls[1].extra, "");
     EXPECT_EQ(calls[1].faceTimeDataSize, 7);
     EXPECT_EQ(store.query("select extra from call where extra is not null").at(0).extra, R"({"read":"1"})");
+}
+
+TEST_F(Upgrade, aLogOfTheThirdVersionGetsAnIndexWithAllThatAHistoryShows) {
+    ASSERT_NO_FATAL_FAILURE(runOn(folder_.file(), secondVersion));
+    ASSERT_NO_FATAL_FAILURE(runOn(folder_.file(), thirdVersion));
+    const auto planOfHistory = [&] {
+        Connection connection(folder_.file(), Connection::Use::read, std::chrono::milliseconds(100), {});
+        Statement plan(connection.handle(),
+                       "explain query plan select duration, flags, id, day, location from call indexed by "
+                       "call_by_party where party = 1 order by date desc, ROWID desc",
+                       connection.path());
+        return plan.step() ? std::string(plan.text(3)) : std::string();
+    };
+    expectItsCalls(openStore(folder_.file(), {.access = Access::readOnly}));
+    EXPECT_EQ(planOfHistory(), "SEARCH call USING INDEX call_by_party (party=?)");
+    expectItsCalls(openStore(folder_.file()));
+    EXPECT_EQ(versionOf(folder_.file()), 4);
+    EXPECT_EQ(planOfHistory(), "SEARCH call USING COVERING INDEX call_by_party (party=?)");
 }
 
 TEST_F(Upgrade, openedForReadingItStaysAsItIsAndHasKeptNothing) {
@@ -206,7 +231,7 @@ TEST_F(Upgrade, whicheverWriteOfItFailsTheNextOpeningBringsItUp) {
             FailingDisk::failFrom(0);
         }
         expectItsCalls(openStore(folder.file()));
-        EXPECT_EQ(versionOf(folder.file()), 3) << "write " << write;
+        EXPECT_EQ(versionOf(folder.file()), 4) << "write " << write;
     }
     EXPECT_TRUE(done);
     EXPECT_GT(failures, 0);
@@ -234,12 +259,12 @@ TEST_F(Upgrade, killedAtAnyOperationItHasHappenedOrNotAndNothingIsLost) {
         std::filesystem::copy_file(folder_.file(), folder.file());
         lived = openDyingAt(folder.file(), operation);
         const std::int64_t version = versionOf(folder.file());
-        ASSERT_TRUE(version == 2 || version == 3) << version;
+        ASSERT_TRUE(version == 2 || version == 4) << version;
         ++(version == 2 ? before : after);
         expectItsCalls(openStore(folder.file(), {.access = Access::readOnly}));
         CallStore store = openStore(folder.file());
         expectItsCalls(store);
-        EXPECT_EQ(versionOf(folder.file()), 3) << "operation " << operation;
+        EXPECT_EQ(versionOf(folder.file()), 4) << "operation " << operation;
         EXPECT_EQ(valueOf(store.wholeCalls(std::vector<std::int64_t>{3}))[0].faceTimeDataSize, 7);
     }
     EXPECT_TRUE(lived);

@@ -20,6 +20,8 @@ class PackedLog {
     /// and none is negative.
     void logIs(std::int64_t version);
     bool isHeld() const { return state_ == State::held; }
+    /// Whether this was asked before of this version: reading the log costs as much as some searches of it.
+    bool isWantedAgain() { return std::exchange(wasWanted_, true); }
     /// Reads the log, of so many calls, where it is not held. Answers whether it is held then: not where it is too
     /// long, where a number in it is too large, or where its version is not known. Expects a reading transaction.
     bool hold(Connection& connection, std::int64_t calls);
@@ -44,6 +46,7 @@ class PackedLog {
     std::vector<std::pair<std::size_t, std::string>> locations_;  // of the few calls that have one, by their place
     std::int64_t version_ = -1;
     State state_ = State::unread;
+    bool wasWanted_ = false;
 };
 
 template <class Wanted, class See>

@@ -91,7 +91,7 @@ class Reader {
     // The parties' rows of the stretch, newest first. Each returns whether it was stopped.
     bool walkParties(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
     bool gatherAll(const std::vector<std::int64_t>& parties, const Stretch& stretch, const SeeRow& see);
-    /// By whichever way is shortest. `mayHold` allows the whole log to be held in memory for the next time.
+    /// By whichever way is shortest. `mayHold` allows the whole log to be held in memory from the second time on.
     bool eachRow(const FoundParties& found, const Scope& scope, bool mayHold, const SeeRow& see);
     Page gather(const std::vector<std::int64_t>& parties, const Stretch& stretch, std::int64_t limit);
     /// Something to show rows to, which makes a page of them.

@@ -14,10 +14,13 @@ namespace {
 
 /// Rough costs of reaching an entry, measured in entries that a walk passes over.
 constexpr std::int64_t costOfParty = 12;
-constexpr std::int64_t costOfCallOfParty = 10;
+constexpr std::int64_t costOfCallOfOneParty = 1;
+constexpr std::int64_t costOfCallOfManyParties = 3;
 constexpr std::int64_t costOfMerged = 16;
 /// So many entries are passed over in memory while a walk passes over one.
 constexpr std::int64_t heldPerWalked = 60;
+/// Where fewer than one in so many calls is found, gathering them is quick enough.
+constexpr std::int64_t leastShareToHold = 16;
 
 std::int64_t product(std::int64_t one, std::int64_t other) {
     std::int64_t result = 0;
@@ -145,11 +148,13 @@ bool Reader::eachRow(const FoundParties& found, const Scope& scope, bool mayHold
         !scope.stretch.day && scope.stretch.since == INT64_MIN && scope.stretch.below == Cursor::top();
     // How rare they are decides: a walk passes over the calls of others, a gathering visits each party.
     const auto parties = static_cast<std::int64_t>(found.parties.size());
+    const bool areMany = found.calls > scope.calls / leastShareToHold;
+    if (mayHold && isAllOfTheLog && areMany && packed_.isWantedAgain()) packed_.hold(connection_, scope.calls);
     const std::int64_t walked = isAllOfTheLog && packed_.isHeld() ? scope.calls / heldPerWalked : scope.calls;
-    if (product(parties, costOfParty) + product(found.calls, costOfCallOfParty) < walked)
+    const std::int64_t costOfCall = parties == 1 ? costOfCallOfOneParty : costOfCallOfManyParties;
+    if (product(parties, costOfParty) + product(found.calls, costOfCall) < walked)
         return gatherAll(found.parties, scope.stretch, see);
-    if (isAllOfTheLog && (mayHold ? packed_.hold(connection_, scope.calls) : packed_.isHeld()))
-        return packed_.walk(scope.stretch.filter, OneOf(found.parties), see);
+    if (isAllOfTheLog && packed_.isHeld()) return packed_.walk(scope.stretch.filter, OneOf(found.parties), see);
     return walkParties(found.parties, scope.stretch, see);
 }
 

@@ -3,6 +3,7 @@
 // number.
 #include "desktop/quorvel/store/schema.h"
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <span>
@@ -14,8 +15,8 @@ namespace {
 /// "Quor" in the header of the file.
 constexpr std::int64_t applicationId = 0x51756f72;
 
-// A local day may begin twice where clocks are put back just after midnight, so that days do not always follow the
-// order of the dates; spans do.
+// What the first version had. A local day may begin twice where clocks are put back just after midnight, so that days
+// do not always follow the order of the dates; spans do.
 constexpr const char* tables = R"(
 create table call (
     ROWID integer primary key autoincrement,
@@ -104,14 +105,25 @@ alter table deleted add column extra text;
 pragma user_version = 3;
 )";
 
-enum class Content { empty, logOfVersion1, logOfVersion2, log };
+/// What the fourth version changed: the index holds all that an entry shows, so that a history need not visit each
+/// call.
+constexpr const char* wideIndexOfParties = R"(
+drop index call_by_party;
+create index call_by_party on call (party, date, ROWID, kind, duration, flags, id, day, location);
+pragma user_version = 4;
+)";
 
-Content contentOf(Connection& connection) {
+/// Each brings a file from the version of its place, 0 for an empty one, to the next.
+constexpr std::array steps = {tables, keptAside, extraColumns, wideIndexOfParties};
+static_assert(steps.size() == schemaVersion);
+
+/// The version of the log, 0 for an empty file.
+std::int64_t versionOf(Connection& connection) {
     const std::string where = "The file " + connection.path().string();
     const std::int64_t application = connection.integerOf("pragma application_id");
     const std::int64_t version = connection.integerOf("pragma user_version");
     const std::int64_t objects = connection.integerOf("select count(*) from sqlite_schema");
-    if (application == 0 && version == 0 && objects == 0) return Content::empty;
+    if (application == 0 && version == 0 && objects == 0) return 0;
     if (application != applicationId) {
         throw Failure{{ErrorKind::foreign,
                        where + " is a database of another program. Choose another file; it was left as it is."}};
@@ -122,14 +134,13 @@ Content contentOf(Connection& connection) {
                                              std::to_string(schemaVersion) +
                                              "). Update the program; the file was left as it is."}};
     }
-    if (version < versionThatKeepsAside) return Content::logOfVersion1;
-    return version < versionWithExtra ? Content::logOfVersion2 : Content::log;
+    return std::max<std::int64_t>(version, 1);
 }
 
 /// The same of one moment: another process may be making the log between two looks.
-Content contentAtOnce(Connection& connection) {
+std::int64_t versionAtOnce(Connection& connection) {
     const Transaction transaction(connection, Transaction::Kind::read);
-    return contentOf(connection);
+    return versionOf(connection);
 }
 
 /// That every table and index is there: each statement names its index, so preparing it is the check.
@@ -152,8 +163,8 @@ void checkTables(Connection& connection) {
         "indexed by deleted_by_moment where moment = 0",
         "select call.extra, deleted.extra from call, deleted",
     };
-    const Content content = contentOf(connection);
-    const std::size_t missing = content == Content::logOfVersion1 ? 2 : content == Content::logOfVersion2 ? 1 : 0;
+    const std::int64_t version = versionOf(connection);
+    const std::size_t missing = version < versionThatKeepsAside ? 2 : version < versionWithExtra ? 1 : 0;
     for (const char* text : std::span(texts).first(texts.size() - missing)) {
         try {
             Statement(connection.handle(), text, connection.path());
@@ -206,20 +217,18 @@ void checkHeader(const std::filesystem::path& path) {
 
 void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) {
     if (connection.isReadOnly()) {
-        if (contentAtOnce(connection) == Content::empty) {
+        if (versionAtOnce(connection) == 0) {
             throw Failure{
                 {ErrorKind::foreign, "The file " + connection.path().string() + " is empty, not a call log."}};
         }
-    } else if (contentAtOnce(connection) == Content::log) {
+    } else if (versionAtOnce(connection) == schemaVersion) {
         switchToWriteAheadLog(connection, busyBound);
     } else {
         switchToWriteAheadLog(connection, busyBound);
         Transaction transaction(connection, Transaction::Kind::write);
         // Another process may have been first.
-        const Content content = contentOf(connection);
-        if (content == Content::empty) connection.execute(tables);
-        if (content == Content::empty || content == Content::logOfVersion1) connection.execute(keptAside);
-        if (content != Content::log) connection.execute(extraColumns);
+        const auto version = static_cast<std::size_t>(versionOf(connection));
+        for (const char* step : std::span(steps).subspan(version)) connection.execute(step);
         transaction.commit();
     }
     checkTables(connection);

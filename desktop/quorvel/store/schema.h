@@ -7,7 +7,7 @@
 
 namespace quorvel::store {
 
-constexpr int schemaVersion = 3;
+constexpr int schemaVersion = 4;
 /// Files of an earlier version have no table `deleted`; they get it when they are opened for writing.
 constexpr int versionThatKeepsAside = 2;
 /// Files of an earlier version have no column `extra` in `call` and `deleted`; they get it in the same way.
