@@ -188,6 +188,23 @@ bool AddressKey::isLooselySame(const AddressKey& other) const {
     return partial.partialDigits.size() >= fewestDigitsInCommon && whole.text.ends_with(partial.partialDigits);
 }
 
+std::optional<int> lastDigitsOf(std::string_view address) {
+    constexpr int wanted = 4;
+    int digits = 0, last = 0, place = 1;
+    for (std::size_t at = address.size(); at-- > 0;) {
+        const char letter = address[at];
+        if (isDigit(letter)) {
+            if (digits++ < wanted) {
+                last += (letter - '0') * place;
+                place *= 10;
+            }
+        } else if (std::string_view(" +()-./").find(letter) == std::string_view::npos) {
+            return std::nullopt;
+        }
+    }
+    return digits >= wanted ? std::optional(last) : std::nullopt;
+}
+
 AddressKey keyOf(const std::string& address) { return once(&Remembered::keys, address, makeKey); }
 
 }  // namespace contacts

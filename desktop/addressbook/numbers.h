@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -50,5 +51,10 @@ struct AddressKey {
 
 /// Each distinct address is worked out once. Any thread.
 AddressKey keyOf(const std::string& address);
+
+/// The last four digits of an address that is written with digits and the usual marks between them alone, which are the
+/// last of its key's text too: who looks for a key among many addresses need not work out those that end otherwise.
+/// Nothing for every other address, and for one with fewer digits. Any thread.
+std::optional<int> lastDigitsOf(std::string_view address);
 
 }  // namespace contacts

@@ -1,5 +1,9 @@
 // Numbers as people write them, and whose they are.
 #include <gmock/gmock.h>
+#include <phonenumbers/phonenumberutil.h>
+#include <rapidcheck.h>
+
+#include <set>
 
 #include "fixture.h"
 
@@ -17,6 +21,46 @@ TEST_F(NumbersTest, everySpellingOfANumberIsOnePerson) {
     for (const char* number : {"01711234567", "0049 171 1234567", "+491711234567", "0171/123 45 67"})
         EXPECT_EQ(owner(number), 2) << number;
     EXPECT_EQ(owner("+493020931"), 0);
+}
+
+TEST_F(NumbersTest, theLastDigitsOfANumberAreThoseOfItsKeyInEveryCountryAndSpelling) {
+    using i18n::phonenumbers::PhoneNumber;
+    using i18n::phonenumbers::PhoneNumberUtil;
+    const auto& rules = *PhoneNumberUtil::GetInstance();
+    std::set<std::string> regions;
+    rules.GetSupportedRegions(&regions);
+    int plain = 0;
+    for (const auto& region : regions) {
+        setHomeRegion(region);
+        for (int type = PhoneNumberUtil::FIXED_LINE; type < PhoneNumberUtil::UNKNOWN; ++type) {
+            PhoneNumber number;
+            if (!rules.GetExampleNumberForType(region, static_cast<PhoneNumberUtil::PhoneNumberType>(type), &number))
+                continue;
+            for (const auto format : {PhoneNumberUtil::E164, PhoneNumberUtil::INTERNATIONAL, PhoneNumberUtil::NATIONAL,
+                                      PhoneNumberUtil::RFC3966}) {
+                std::string spelling;
+                rules.Format(number, format, &spelling);
+                const auto last = lastDigitsOf(spelling);
+                if (!last) continue;
+                ++plain;
+                EXPECT_EQ(lastDigitsOf(keyOf(spelling).text), last) << region << ": " << spelling;
+            }
+        }
+    }
+    EXPECT_GT(plain, 1000);
+}
+
+TEST_F(NumbersTest, onlyAPlainNumberHasLastDigits) {
+    EXPECT_EQ(lastDigitsOf("+49 (171) 123-45.67"), 4567);
+    EXPECT_EQ(lastDigitsOf("0100"), 100);
+    for (const char* other : {"", "110", "-1", "*#06#", "anna1234@example.com", "650 887 0260 x102",
+                              "+4930 20930,,1234", "1-800-FLOWERS", "tel:+4930209301", "٠٣٠٢٠٩٣٠"})
+        EXPECT_EQ(lastDigitsOf(other), std::nullopt) << other;
+    EXPECT_TRUE(rc::check("an address without a country that has some is compared by its digits", [] {
+        const auto address = *rc::gen::container<std::string>(rc::gen::elementOf(std::string("0123456789 -()./+")));
+        const auto last = lastDigitsOf(address);
+        if (last) RC_ASSERT(lastDigitsOf(keyOf(address).text) == last);
+    }));
 }
 
 TEST_F(NumbersTest, anExtensionMakesNoOtherPersonButDecidesBetweenTwo) {

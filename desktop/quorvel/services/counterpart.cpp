@@ -20,12 +20,22 @@ Counterpart::Counterpart(const CallEntry& entry) : contact_(entry.contact) {
 void Counterpart::take(const std::string& address) {
     spellings_.insert(address);
     // Withheld numbers have no key: each spelling of them is compared as it stands.
-    if (const auto key = keyOf(address); !key.text.empty()) keys_.insert(key.text);
+    const auto key = keyOf(address);
+    if (key.text.empty()) return;
+    keys_.insert(key.text);
+    if (const auto end = lastDigitsOf(key.text)) keyEnds_.insert(*end);
+}
+
+bool Counterpart::hasKeyOf(const std::string& address) const {
+    if (keys_.empty()) return false;
+    // A log has many numbers, and to work out the key of each takes far longer than to read them all.
+    if (const auto end = lastDigitsOf(address); end && !keyEnds_.contains(*end)) return false;
+    return keys_.contains(keyOf(address).text);
 }
 
 bool Counterpart::isOn(std::int32_t contact, const std::string& address) const {
     if (contact != store::noContact) return contact == contact_;
-    return spellings_.contains(address) || (!keys_.empty() && keys_.contains(keyOf(address).text));
+    return spellings_.contains(address) || hasKeyOf(address);
 }
 
 bool Counterpart::isOn(const CallEntry& call) const { return isOn(call.contact, uikit::utf8(call.phoneNumber())); }

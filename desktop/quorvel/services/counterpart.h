@@ -25,10 +25,12 @@ class Counterpart {
 
   private:
     void take(const std::string& address);
+    bool hasKeyOf(const std::string& address) const;
 
     std::int32_t contact_;
     std::set<std::string> spellings_;  // as they were given
     std::set<std::string> keys_;       // as addresses are compared
+    std::set<int> keyEnds_;            // the last digits of the keys that have some
 };
 
 }  // namespace quorvel

@@ -10,6 +10,7 @@ using contacts::homeRegion;
 using contacts::homeRevision;
 using contacts::isEmailAddress;
 using contacts::keyOf;
+using contacts::lastDigitsOf;
 using contacts::placeOf;
 using contacts::regionOf;
 using contacts::setHomeRegion;
