@@ -159,7 +159,7 @@ std::vector<LabelledValue> list(Property property) {
 }
 
 void expectRoundTrip(Version version) {
-    rc::check([version] {
+    EXPECT_TRUE(rc::check([version] {
         Contact contact;
         for (const Property each :
              {Property::firstName, Property::lastName, Property::prefix, Property::organization, Property::department,
@@ -174,7 +174,7 @@ void expectRoundTrip(Version version) {
         const auto outcome = readText(vcard::write(cardOf(contact), version));
         RC_ASSERT(outcome.problems.empty());
         RC_ASSERT(contactOf(outcome.cards.at(0)) == contact);
-    });
+    }));
 }
 
 TEST(ContactRoundTrip, aContactIsTheSameAfterAVCardOfTheUsualVersion) { expectRoundTrip(Version::v30); }

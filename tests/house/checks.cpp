@@ -92,4 +92,12 @@ Findings numberedReferences(const SourceTree& tree) {
     });
 }
 
+Findings unheardProperties(const SourceTree& tree) {
+    const std::string call = std::string("rc::") + "check(";
+    return linesWhere(tree, "the property's verdict is not looked at: EXPECT_TRUE it", [&](const std::string& line) {
+        const auto first = line.find_first_not_of(' ');
+        return first != std::string::npos && line.compare(first, call.size(), call) == 0;
+    });
+}
+
 }  // namespace house

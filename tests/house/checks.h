@@ -33,4 +33,7 @@ Findings trailingWhitespace(const SourceTree& tree);
 // Lines that point to a numbered part of some text that is not in the tree: a comment says itself what it means.
 Findings numberedReferences(const SourceTree& tree);
 
+// Properties whose verdict nobody looks at: a test that fails so still passes.
+Findings unheardProperties(const SourceTree& tree);
+
 }  // namespace house

@@ -120,3 +120,13 @@ TEST(NumberedReferences, otherPartsPass) {
                                           "t 1.2, Party 1.2, Part")),
                 IsEmpty());
 }
+
+TEST(Properties, oneWhoseVerdictIsLookedAtPasses) {
+    EXPECT_THAT(unheardProperties(treeOf("tests/a.cpp", "    EXPECT_TRUE(rc::check([] {\n    }));\n")), IsEmpty());
+    EXPECT_THAT(unheardProperties(treeOf("tests/a.cpp", "    const bool holds = rc::check([] {\n")), IsEmpty());
+}
+
+TEST(Properties, oneThatNobodyListensToIsFound) {
+    EXPECT_THAT(unheardProperties(treeOf("tests/a.cpp", "{\n    rc::check([] {\n    });\n")),
+                ElementsAre(Finding{"tests/a.cpp", 2, "the property's verdict is not looked at: EXPECT_TRUE it"}));
+}

@@ -40,3 +40,5 @@ TEST(ProjectTree, noLineEndsInWhitespace) { EXPECT_EQ(listed(trailingWhitespace(
 TEST(ProjectTree, noLinePointsToANumberedPartOfAnotherText) {
     EXPECT_EQ(listed(numberedReferences(projectTree())), "");
 }
+
+TEST(ProjectTree, everyPropertysVerdictIsLookedAt) { EXPECT_EQ(listed(unheardProperties(projectTree())), ""); }

@@ -139,7 +139,7 @@ TEST_F(CsvExports, statisticsAreNoCalls) {
 }
 
 TEST_F(CsvExports, anyBytesAreReadToTheirEnd) {
-    rc::check([&] {
+    EXPECT_TRUE(rc::check([&] {
         auto bytes = *rc::gen::element<std::string>("date,address,kind,duration\n", "\xFF\xFE", "\xFE\xFF");
         bytes += *rc::gen::arbitrary<std::string>();
         const Reading reading = readText(bytes);
@@ -147,7 +147,7 @@ TEST_F(CsvExports, anyBytesAreReadToTheirEnd) {
             RC_ASSERT(call.date >= 0);
             RC_ASSERT(call.duration >= 0);
         }
-    });
+    }));
 }
 
 TEST(ImportCommand, mapsColumnsAndRefusesUnknownFields) {

@@ -177,7 +177,7 @@ TEST_F(SqliteImporting, aRowWithoutADateIsWrongAndTheNextOneIsRead) {
 }
 
 TEST(OwnLog, comesOverWithEveryField) {
-    rc::check([] {
+    EXPECT_TRUE(rc::check([] {
         const tools_tests::Directory directory;
         const auto path = directory.file("own.db");
         std::vector<NewCall> calls;
@@ -212,7 +212,7 @@ TEST(OwnLog, comesOverWithEveryField) {
             RC_ASSERT(std::tie(found.date, found.duration, found.flags, found.contactId, found.faceTimeDataSize) ==
                       std::tie(was.date, was.duration, was.flags, was.contactId, was.faceTimeDataSize));
         }
-    });
+    }));
 }
 
 }  // namespace

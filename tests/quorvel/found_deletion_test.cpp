@@ -95,7 +95,7 @@ class FoundDeletionTest : public CompanionTest {
 };
 
 TEST_F(FoundDeletionTest, theListsLoseWhatWasFoundAndNothingElse) {
-    rc::check("lists after a deletion", [&] {
+    EXPECT_TRUE(rc::check("lists after a deletion", [&] {
         const objc::AutoreleasePool pool;
         const bool grouped = *rc::gen::arbitrary<bool>();
         const auto filter = *rc::gen::inRange<std::int64_t>(all, missed + 1);
@@ -133,7 +133,7 @@ TEST_F(FoundDeletionTest, theListsLoseWhatWasFoundAndNothingElse) {
             RC_ASSERT(rowIds(list(each)) == expected);
             RC_ASSERT(static_cast<std::size_t>(count(each)) == listed(remaining, each, grouped, calls_.size()).size());
         }
-    });
+    }));
 }
 
 TEST_F(FoundDeletionTest, anotherEntryOfTheSameCallLeavesTheListsWithIt) {

@@ -273,7 +273,7 @@ TEST_F(Upgrade, killedAtAnyOperationItHasHappenedOrNotAndNothingIsLost) {
 }
 
 TEST(WholeCalls, haveEveryFieldAsItWasWritten) {
-    rc::check([] {
+    EXPECT_TRUE(rc::check([] {
         const TimeZone zone("UTC");
         Folder folder;
         CallStore store = openStore(folder.file());
@@ -303,7 +303,7 @@ TEST(WholeCalls, haveEveryFieldAsItWasWritten) {
         RC_ASSERT(found.location == call.location);
         RC_ASSERT(found.faceTimeDataSize == call.faceTimeDataSize);
         RC_ASSERT(found.extra == call.extra);
-    });
+    }));
 }
 
 }  // namespace
