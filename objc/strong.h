@@ -8,6 +8,8 @@ namespace objc {
 
 inline void retain(Object object) { send<"retain", Object>(object); }
 inline void release(Object object) {
+    // Most owners that go have given their object away.
+    if (!object) return;
     // The runtime's own counting is not instrumented.
     sanitizer::release(object.self);
     send<"release">(object);
