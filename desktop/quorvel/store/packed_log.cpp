@@ -16,13 +16,18 @@ void PackedLog::logIs(std::int64_t version) {
 
 bool PackedLog::hold(Connection& connection, std::int64_t calls) {
     if (version_ < 0 || state_ != State::unread) return isHeld();
+    const std::int64_t version = version_;
     const auto room = static_cast<std::size_t>(std::clamp<std::int64_t>(calls, 0, mostCalls));
     parties_.reserve(room);
     calls_.reserve(room);
     const bool stopped = store::walk(connection, {}, [this](const CallRow& row, std::string_view location) {
         return static_cast<std::int64_t>(calls_.size()) < mostCalls && add(row, location);
     });
-    if (stopped) logIs(std::exchange(version_, -1));
+    if (stopped) {
+        // What was read of it is given back; that it cannot be held is remembered until the log changes.
+        *this = PackedLog();
+        version_ = version;
+    }
     state_ = stopped ? State::beyondHolding : State::held;
     return isHeld();
 }
