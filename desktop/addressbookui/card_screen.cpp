@@ -161,7 +161,8 @@ double CardScreen::heightForRow(objc::Object, objc::Object path) {
 
 void CardScreen::didSelectRow(objc::Object table, objc::Object path) {
     objc::send<"deselectRowAtIndexPath:animated:">(table, path, true);
-    // What it does may make the rows anew.
+    // What it does may make the rows anew, or take the card away.
+    const objc::Ref<CardScreen> me(this);
     if (const auto chosen = rowAt(sections_, path).chosen) chosen();
 }
 

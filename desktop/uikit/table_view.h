@@ -56,7 +56,7 @@ class TableView : public ScrollView {
     enum Style : long { plain = 0, grouped = 1 };
     objc::Object initWithFrameStyle(Rect frame, long style);
     long style() const { return style_; }
-    objc::Object dataSource() const { return objc::Object{dataSource_}; }
+    objc::Strong<> dataSource() const { return dataSource_.load(); }
     void setDataSource(objc::Object source);
     void setDelegate(objc::Object delegate) override;
     void reloadData();
@@ -179,7 +179,7 @@ class TableView : public ScrollView {
     /// The table that lies over this one's rows; null for none.
     TableView* coveringTable() const;
 
-    id dataSource_ = nullptr;
+    weak::Object dataSource_;
     long style_ = plain;
     double rowHeight_ = 44;
     bool needsReload_ = true;

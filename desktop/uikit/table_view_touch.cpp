@@ -157,11 +157,12 @@ bool TableView::tapAccessory(long row, long section) {
 }
 
 bool TableView::canEdit(RowPlace place) {
-    if (!dataSource_) return false;
+    const auto source = dataSource();
+    if (!source) return false;
     constexpr auto question = objc::Name{"tableView:canEditRowAtIndexPath:"};
-    if (objc::respondsTo(dataSource(), objc::selector<question>()))
-        return objc::send<question, bool>(dataSource(), object(), indexPath(place));
-    return objc::respondsTo(dataSource(), objc::selector<"tableView:commitEditingStyle:forRowAtIndexPath:">());
+    if (objc::respondsTo(source, objc::selector<question>()))
+        return objc::send<question, bool>(source, object(), indexPath(place));
+    return objc::respondsTo(source, objc::selector<"tableView:commitEditingStyle:forRowAtIndexPath:">());
 }
 
 bool TableView::revealDelete(long row, long section) {
