@@ -51,7 +51,8 @@ class TableView : public ScrollView {
     static void define(objc::ClassDefinition<TableView>& definition);
 
     // Messages of the same names. Delegate and data source are not retained. Heights are asked for every row at each
-    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only.
+    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only. A tap selects
+    // the row that `tableView:willSelectRowAtIndexPath:` answers, the tapped one where the delegate does not answer it.
     objc::Object initWithFrame(Rect frame) override;
     enum Style : long { plain = 0, grouped = 1 };
     objc::Object initWithFrameStyle(Rect frame, long style);
@@ -172,7 +173,9 @@ class TableView : public ScrollView {
     void press(const Touch& touch);
     void unpress();
     void release(const Touch& touch);
-    void select(RowPlace place);
+    /// The row that the delegate lets a tap select, one at a time; none where it answers nil.
+    std::optional<RowPlace> placeToSelect(RowPlace tapped);
+    void select(RowPlace tapped);
     void tellDelegate(SEL message, RowPlace place);
     void followEditing();
     bool delegateAnswers(SEL message) const;

@@ -137,8 +137,8 @@ TEST_F(WeakReferences, aBarOutlivesTheStackThatItLedBackIn) {
     const auto root = objc::Ref<ViewController>::make();
     auto stack = objc::Ref<NavigationController>::make<"initWithRootViewController:">(root->object());
     const objc::Ref<NavigationBar> bar(stack->navigationBar());
-    window().addSubview(bar);
     stack->view();
+    window().addSubview(bar);
     stack = {};
     bar->goBack();
     objc::send<"setTitle:">(root->object(), nsString("Recents"));
