@@ -3,6 +3,7 @@
 
 #include "desktop/addressbook/numbers.h"
 #include "desktop/addressbookui/words.h"
+#include "desktop/quorvel/visual/contact_picture.h"
 #include "desktop/uikit/application.h"
 
 namespace addressbookui {
@@ -105,10 +106,10 @@ void CardScreen::reload() {
 void CardScreen::showHeader() {
     CardHeader::Content content;
     content.picture = pictureOf(contact_);
-    content.record = contact_.record;
     const std::string alternate = uikit::utf8(alternateName_);
     const std::string own = ownName(contact_);
     const auto addresses = callersAddresses(contact_);
+    content.tone = quorvel::pictureTone(contact_.record, addresses.empty() ? std::string() : addresses.front());
     content.name = !own.empty()         ? own
                    : !alternate.empty() ? alternate
                    : !addresses.empty() ? contacts::formattedNumber(addresses.front())
