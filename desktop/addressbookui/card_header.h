@@ -18,8 +18,8 @@ class CardHeader : public uikit::View {
 
     struct Content {
         graphics::Image picture;
-        /// Which of the muted grounds stands behind the initials.
-        int record = 0;
+        /// Which colour stands behind the initials, see quorvel::pictureTone().
+        unsigned tone = 0;
         std::string name;
         /// Small lines below the name.
         std::vector<std::string> lines;

@@ -3,6 +3,7 @@
 
 #include "desktop/addressbook/numbers.h"
 #include "desktop/addressbookui/words.h"
+#include "desktop/quorvel/visual/contact_picture.h"
 #include "desktop/uikit/application.h"
 
 namespace addressbookui {
@@ -105,10 +106,10 @@ void CardScreen::reload() {
 void CardScreen::showHeader() {
     CardHeader::Content content;
     content.picture = pictureOf(contact_);
-    content.record = contact_.record;
     const std::string alternate = uikit::utf8(alternateName_);
     const std::string own = ownName(contact_);
     const auto addresses = callersAddresses(contact_);
+    content.tone = quorvel::pictureTone(contact_.record, addresses.empty() ? std::string() : addresses.front());
     content.name = !own.empty()         ? own
                    : !alternate.empty() ? alternate
                    : !addresses.empty() ? contacts::formattedNumber(addresses.front())
@@ -161,7 +162,8 @@ double CardScreen::heightForRow(objc::Object, objc::Object path) {
 
 void CardScreen::didSelectRow(objc::Object table, objc::Object path) {
     objc::send<"deselectRowAtIndexPath:animated:">(table, path, true);
-    // What it does may make the rows anew.
+    // What it does may make the rows anew, or take the card away.
+    const objc::Ref<CardScreen> me(this);
     if (const auto chosen = rowAt(sections_, path).chosen) chosen();
 }
 

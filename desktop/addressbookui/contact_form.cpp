@@ -96,10 +96,10 @@ FormRow ContactForm::nameRow(Property property) {
     FormRow row;
     row.text = edit_.text(property);
     row.placeholder = nameOf(property);
-    row.edited = [this, property](const std::string& text) {
+    row.edited = weak::whileAlive(this, [this, property](const std::string& text) {
         edit_.setText(property, text);
         updateBar();
-    };
+    });
     return row;
 }
 
@@ -111,15 +111,15 @@ FormRow ContactForm::valueRow(Property property, std::size_t index) {
     if (row.label.empty()) row.label = nameOf(property);
     row.text = value.text;
     row.placeholder = nameOf(property);
-    row.edited = [this, property, index](const std::string& text) {
+    row.edited = weak::whileAlive(this, [this, property, index](const std::string& text) {
         edit_.setValue(property, index, text);
         updateBar();
-    };
-    row.labelTapped = [this, property, index] { chooseLabel(property, index); };
-    row.removed = [this, property, index] {
+    });
+    row.labelTapped = weak::whileAlive(this, [this, property, index] { chooseLabel(property, index); });
+    row.removed = weak::whileAlive(this, [this, property, index] {
         edit_.removeValue(property, index);
         reload();
-    };
+    });
     return row;
 }
 
@@ -127,12 +127,12 @@ FormRow ContactForm::addRow(Property property) {
     FormRow row;
     row.look = FormRow::Look::add;
     row.text = say(property == Property::phone ? Word::addPhone : Word::addEmail);
-    row.chosen = [this, property] {
+    row.chosen = weak::whileAlive(this, [this, property] {
         const std::size_t index = edit_.addValue(property);
         reload();
         const long section = property == Property::phone ? 1 : 2;
         if (auto* cell = cellAt({section, static_cast<long>(index)})) cell->field()->becomeFirstResponder();
-    };
+    });
     return row;
 }
 
@@ -148,7 +148,7 @@ std::vector<std::vector<FormRow>> ContactForm::rows() {
     FormRow deletion;
     deletion.look = FormRow::Look::destructive;
     deletion.text = say(Word::deleteContact);
-    deletion.chosen = [this] { askToDelete(); };
+    deletion.chosen = weak::whileAlive(this, [this] { askToDelete(); });
     sections.push_back({deletion});
     return sections;
 }
@@ -205,8 +205,8 @@ objc::Object ContactForm::cellForRow(objc::Object table, objc::Object path) {
     if (!cell)
         cell = objc::autorelease(
             objc::make<objc::Object, "initWithStyle:reuseIdentifier:">(objc::classOf<FormCell>(), 0L, identifier));
-    objc::peerOf<FormCell>(cell)->setRow(rowAt(rows_, path),
-                                         [this, place = uikit::placeOf(path)] { focusAfter(place); });
+    objc::peerOf<FormCell>(cell)->setRow(
+        rowAt(rows_, path), weak::whileAlive(this, [this, place = uikit::placeOf(path)] { focusAfter(place); }));
     return cell;
 }
 
@@ -224,9 +224,13 @@ void ContactForm::didSelectRow(objc::Object table, objc::Object path) {
     if (cell && !cell->field()->isHidden()) cell->field()->becomeFirstResponder();
 }
 
-void ContactForm::cancel() { finish(Outcome::cancelled); }
+void ContactForm::cancel() {
+    if (!isClosing_) finish(Outcome::cancelled);
+}
 
 void ContactForm::done() {
+    // It can still be tapped while it leaves.
+    if (isClosing_) return;
     const auto contact = edit_.result();
     const bool isKept = contact.record > 0 && !edit_.isChanged();
     const auto trouble = isKept ? std::nullopt : savePerson(*person_, contact);
@@ -237,6 +241,7 @@ void ContactForm::done() {
 void ContactForm::askToDelete() {
     const int record = edit_.result().record;
     confirm({}, say(Word::deleteContact), [me = objc::Ref<ContactForm>(this), record] {
+        if (me->isClosing_) return;
         if (const auto trouble = deletePerson(record)) return tell(say(Word::notSaved), *trouble);
         me->finish(Outcome::deleted);
     });
@@ -245,11 +250,16 @@ void ContactForm::askToDelete() {
 void ContactForm::finish(Outcome outcome) {
     const objc::Ref<ContactForm> me(this);
     if (auto* field = uikit::firstResponder()) field->resignFirstResponder();
-    if (const auto finished = std::exchange(finished_, {})) finished(outcome);
+    const auto finished = std::exchange(finished_, {});
+    const auto receiver = newPersonViewDelegate();
     constexpr auto name = objc::Name{"newPersonViewController:didCompleteWithNewPerson:"};
-    if (!delegate_ || !objc::respondsTo(newPersonViewDelegate(), objc::selector<name>())) return;
-    objc::send<name>(newPersonViewDelegate(), object(),
-                     objc::Object{outcome == Outcome::saved ? person_.self() : nullptr});
+    const bool isAnswered = receiver && objc::respondsTo(receiver, objc::selector<name>());
+    isClosing_ = finished || !isAnswered;
+    if (finished) finished(outcome);
+    if (isAnswered)
+        objc::send<name>(receiver, object(), objc::Object{outcome == Outcome::saved ? person_.self() : nullptr});
+    // The screen that presented the form may have left its stack meanwhile, and knows no way to it any more.
+    if (isClosing_) objc::send<"dismissViewControllerAnimated:completion:">(object(), true, objc::Object{});
 }
 
 }  // namespace addressbookui

@@ -7,6 +7,7 @@
 #include "desktop/addressbookui/contact_edit.h"
 #include "desktop/addressbookui/form_cell.h"
 #include "desktop/uikit/table_view_controller.h"
+#include "desktop/weak/weak.h"
 
 namespace addressbookui {
 
@@ -23,8 +24,8 @@ class ContactForm : public uikit::TableViewController {
     objc::Object init();
     const void* displayedPerson() const { return person_.self(); }
     void setDisplayedPerson(const void* person);
-    objc::Object newPersonViewDelegate() const { return objc::Object{delegate_}; }
-    void setNewPersonViewDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> newPersonViewDelegate() const { return delegate_.load(); }
+    void setNewPersonViewDelegate(objc::Object delegate) { delegate_ = delegate; }
 
     // For the other contact screens.
     struct Start {
@@ -36,7 +37,8 @@ class ContactForm : public uikit::TableViewController {
     };
     void begin(Start start);
     enum class Outcome { cancelled, saved, deleted };
-    /// Called once, before the delegate is told. The form does not take itself away.
+    /// Called once, before the delegate is told; the form then closes itself. Without it the delegate closes the form,
+    /// which closes itself only where the delegate is gone or does not answer the message.
     void setFinished(std::function<void(Outcome)> finished) { finished_ = std::move(finished); }
     const ContactEdit& edit() const { return edit_; }
 
@@ -67,10 +69,11 @@ class ContactForm : public uikit::TableViewController {
 
     ContactEdit edit_{contacts::Contact()};
     objc::Ref<addressbook::Record> person_;
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     bool allowsCancel_ = true;
     bool allowsDeletion_ = false;
     bool canSave_ = false;
+    bool isClosing_ = false;
     std::function<void(Outcome)> finished_;
     std::vector<std::vector<FormRow>> rows_;
 };

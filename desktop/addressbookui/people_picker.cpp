@@ -110,26 +110,35 @@ void PeoplePicker::define(objc::ClassDefinition<PeoplePicker>& definition) {
 objc::Object PeoplePicker::init() {
     const auto made = objc::sendSuper<"init", objc::Object>(object(), objc::classOf<PeoplePicker>());
     auto list = objc::Ref<PeopleList>::make();
-    list->setChosen([this](int record) { choose(record); });
+    list->setChosen(weak::whileAlive(this, [this](int record) { choose(record); }));
     pushViewControllerAnimated(list, false);
     return made;
 }
 
+void PeoplePicker::cancelled() {
+    constexpr auto message = objc::Name{"peoplePickerNavigationControllerDidCancel:"};
+    const auto delegate = peoplePickerDelegate();
+    const bool isAnswered = !chosen_ && delegate && objc::respondsTo(delegate, objc::selector<message>());
+    isClosing_ = !isAnswered;
+    if (const auto chosen = chosen_) chosen(nullptr);
+    if (isAnswered) return objc::send<message>(delegate, object());
+    // The screen that presented the picker may have left its stack meanwhile.
+    objc::send<"dismissViewControllerAnimated:completion:">(object(), true, objc::Object{});
+}
+
 void PeoplePicker::choose(int record) {
+    // It can still be tapped while it leaves.
+    if (isClosing_) return;
     const objc::Ref<PeoplePicker> me(this);
-    const auto contact = record > 0 ? Book::shared().contact(record) : std::nullopt;
-    // Whoever was removed meanwhile cannot be chosen.
-    if (record > 0 && !contact) return;
-    const auto person = contact ? addressbook::Record::of(*contact) : objc::Ref<addressbook::Record>();
+    if (record == 0) return cancelled();
+    const auto contact = Book::shared().contact(record);
+    // A person who was removed meanwhile cannot be chosen.
+    if (!contact) return;
+    const auto person = addressbook::Record::of(*contact);
     if (const auto chosen = chosen_) return chosen(person);
-    constexpr auto cancelled = objc::Name{"peoplePickerNavigationControllerDidCancel:"};
     constexpr auto question = objc::Name{"peoplePickerNavigationController:shouldContinueAfterSelectingPerson:"};
-    const objc::Object delegate = peoplePickerDelegate();
+    const auto delegate = peoplePickerDelegate();
     if (!delegate) return;
-    if (!person) {
-        if (objc::respondsTo(delegate, objc::selector<cancelled>())) objc::send<cancelled>(delegate, object());
-        return;
-    }
     const objc::Object chosen{person.self()};
     if (objc::respondsTo(delegate, objc::selector<question>()) &&
         !objc::send<question, bool>(delegate, object(), chosen))
@@ -144,7 +153,7 @@ void PeoplePicker::choose(int record) {
 bool PeoplePicker::shouldPerform(objc::Object, const void* person, int property, int identifier) {
     constexpr auto question =
         objc::Name{"peoplePickerNavigationController:shouldContinueAfterSelectingPerson:property:identifier:"};
-    const objc::Object delegate = peoplePickerDelegate();
+    const auto delegate = peoplePickerDelegate();
     return !delegate || !objc::respondsTo(delegate, objc::selector<question>()) ||
            objc::send<question, bool>(delegate, object(), person, property, identifier);
 }

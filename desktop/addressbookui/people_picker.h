@@ -8,6 +8,7 @@
 #include "desktop/uikit/navigation_controller.h"
 #include "desktop/uikit/search_display_controller.h"
 #include "desktop/uikit/table_view_controller.h"
+#include "desktop/weak/weak.h"
 
 namespace addressbookui {
 
@@ -52,16 +53,19 @@ class PeoplePicker : public uikit::NavigationController {
     // `peoplePickerNavigationController:shouldContinueAfterSelectingPerson:`: yes shows the person's card, whose values
     // then ask `peoplePickerNavigationController:shouldContinueAfterSelectingPerson:property:identifier:`.
     objc::Object init();
-    objc::Object peoplePickerDelegate() const { return objc::Object{delegate_}; }
-    void setPeoplePickerDelegate(objc::Object delegate) { delegate_ = delegate.self; }
-    /// In place of the delegate: called with the person, or with null after Cancel.
+    objc::Strong<> peoplePickerDelegate() const { return delegate_.load(); }
+    void setPeoplePickerDelegate(objc::Object delegate) { delegate_ = delegate; }
+    /// In place of the delegate: called with the person, or with null after Cancel, after which the picker closes
+    /// itself. It also closes itself after Cancel where the delegate is gone or does not answer the message.
     void setChosen(std::function<void(addressbook::Record*)> chosen) { chosen_ = std::move(chosen); }
 
   private:
     void choose(int record);
+    void cancelled();
     bool shouldPerform(objc::Object screen, const void* person, int property, int identifier);
 
-    id delegate_ = nullptr;
+    weak::Object delegate_;
+    bool isClosing_ = false;
     std::function<void(addressbook::Record*)> chosen_;
 };
 

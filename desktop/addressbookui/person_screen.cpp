@@ -131,11 +131,7 @@ void PersonScreen::edit() {
     auto form = objc::Ref<ContactForm>::make();
     form->begin({ContactEdit(contact()), record(), {}, cancel_, deletion_});
     form->setFinished([me = objc::Ref<PersonScreen>(this)](ContactForm::Outcome outcome) {
-        // A deleted person's card leaves its stack, which presents the form.
-        const objc::Ref<uikit::NavigationController> shownBy(me->navigationController());
         if (outcome == ContactForm::Outcome::deleted) me->deleted();
-        objc::send<"dismissViewControllerAnimated:completion:">(shownBy ? shownBy->object() : me->object(), true,
-                                                                objc::Object{});
     });
     auto stack = objc::Ref<uikit::NavigationController>::make<"initWithRootViewController:">(form->object());
     objc::send<"presentViewController:animated:completion:">(object(), stack->object(), true, objc::Object{});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/addressbookui/card_screen.h"
+#include "desktop/weak/weak.h"
 
 namespace addressbookui {
 
@@ -17,8 +18,8 @@ class PersonScreen : public CardScreen {
     objc::Object init();
     objc::Object initWithStyle(objc::Object nib, objc::Object bundle, const void* book, long style);
     long style() const { return style_; }
-    objc::Object personViewDelegate() const { return objc::Object{delegate_}; }
-    void setPersonViewDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> personViewDelegate() const { return delegate_.load(); }
+    void setPersonViewDelegate(objc::Object delegate) { delegate_ = delegate; }
     bool allowsEditing() const { return editing_; }
     void setAllowsEditing(bool allows) { set(editing_, allows); }
     /// The form has a button that deletes the contact; once it is done the card leaves its stack.
@@ -52,7 +53,7 @@ class PersonScreen : public CardScreen {
     std::vector<CardRow> linkedRows();
     void openLinked(int record);
 
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     long style_ = 0;
     bool editing_ = false;
     bool deletion_ = false;

@@ -89,13 +89,11 @@ void UnknownPersonScreen::addToContact() {
 void UnknownPersonScreen::resolve(Record* person) {
     const objc::Ref<UnknownPersonScreen> me(this);
     const objc::Ref<Record> kept(person);
-    // The delegate may put another screen in this one's place, under what is presented.
-    auto* shownBy = navigationController();
-    const objc::Ref<uikit::ViewController> presenter(shownBy ? static_cast<uikit::ViewController*>(shownBy) : this);
     constexpr auto name = objc::Name{"unknownPersonViewController:didResolveToPerson:"};
-    if (delegate_ && objc::respondsTo(unknownPersonViewDelegate(), objc::selector<name>()))
-        objc::send<name>(unknownPersonViewDelegate(), object(), objc::Object{kept.self()});
-    objc::send<"dismissViewControllerAnimated:completion:">(presenter->object(), true, objc::Object{});
+    const auto receiver = unknownPersonViewDelegate();
+    if (receiver && objc::respondsTo(receiver, objc::selector<name>()))
+        objc::send<name>(receiver, object(), objc::Object{kept.self()});
+    // The delegate may have put another screen in this one's place.
     if (!person || !parentViewController()) return;
     resolved_ = true;
     setDisplayedPerson(kept.self());

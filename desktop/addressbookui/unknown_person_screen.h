@@ -4,6 +4,7 @@
 
 #include "desktop/addressbookui/card_screen.h"
 #include "desktop/uikit/navigation_controller.h"
+#include "desktop/weak/weak.h"
 
 namespace addressbookui {
 
@@ -17,8 +18,8 @@ class UnknownPersonScreen : public CardScreen {
     // `unknownPersonViewController:didResolveToPerson:` with the saved person, or with null when the user gave up, and
     // asked `unknownPersonViewController:shouldPerformDefaultActionForPerson:property:identifier:` before the value is
     // called or written to.
-    objc::Object unknownPersonViewDelegate() const { return objc::Object{delegate_}; }
-    void setUnknownPersonViewDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> unknownPersonViewDelegate() const { return delegate_.load(); }
+    void setUnknownPersonViewDelegate(objc::Object delegate) { delegate_ = delegate; }
     /// Yes unless it is set otherwise.
     bool allowsAddingToAddressBook() const { return adding_; }
     void setAllowsAddingToAddressBook(bool allows) { set(adding_, allows); }
@@ -34,11 +35,11 @@ class UnknownPersonScreen : public CardScreen {
     bool canAdd();
     void createContact();
     void addToContact();
-    /// Tells the delegate, and takes away what was presented.
+    /// Tells the delegate; what was presented closes itself.
     void resolve(addressbook::Record* person);
     void present(uikit::NavigationController* stack);
 
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     bool adding_ = true;
     bool resolved_ = false;
 };

@@ -159,7 +159,8 @@ void CallingScreen::layoutSubviews() {
 void CallingScreen::draw(graphics::Canvas& canvas) {
     const double width = bounds().size.width - 2 * margin;
     const uikit::Rect circle{{(bounds().size.width - pictureSide) / 2, pictureTop}, {pictureSide, pictureSide}};
-    quorvel::drawContactPicture(canvas, circle, picture_, record_ > 0 ? quorvel::initialsOf(name_) : "", record_);
+    quorvel::drawContactPicture(canvas, circle, picture_, record_ > 0 ? quorvel::initialsOf(name_) : "",
+                                quorvel::pictureTone(record_, address_.target));
     double y = circle.bottom() + 22;
     const auto put = [&](const std::string& text, const graphics::TextStyle& style, const uikit::Color& color,
                          double gap) {

@@ -19,7 +19,7 @@ objc::Object AlertView::initWithTitleMessage(objc::Object title, objc::Object me
                                              objc::Object cancelTitle, objc::Object other) {
     content_.title = utf8(title);
     content_.message = utf8(message);
-    delegate_ = delegate.self;
+    delegate_ = delegate;
     if (cancelTitle) content_.choices.push_back({utf8(cancelTitle), Sheet::Role::Cancel});
     if (other) addButtonWithTitle(other);
     return objc::Object{self};
@@ -32,9 +32,9 @@ long AlertView::addButtonWithTitle(objc::Object title) {
 
 template <objc::Name message>
 void AlertView::tell(long index) {
-    const objc::Object receiver{delegate_};
+    const auto receiver = delegate_.load();
     if (receiver && objc::respondsTo(receiver, objc::selector<message>()))
-        objc::send<message>(receiver, objc::Object{self}, index);
+        objc::send<message>(receiver.get(), objc::Object{self}, index);
 }
 
 void AlertView::show() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/uikit/sheet.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -25,7 +26,7 @@ class AlertView : public objc::PeerBase {
     void tell(long index);
 
     Sheet::Content content_{Sheet::Style::Alert, {}, {}, {}};
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     objc::Ref<Sheet> sheet_;
     bool dismissedByMessage_ = false;
 };

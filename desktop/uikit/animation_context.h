@@ -25,7 +25,7 @@ class AnimationContext {
     static void show(View& view, const ShownState& from, double amount);
     static ShownState shownState(const View& view);
 
-    AnimationContext* outer_;
+    AnimationContext* outer_;  // outlives this one
     std::vector<objc::Ref<View>> views_;
 };
 

@@ -73,7 +73,7 @@ objc::Object BarButtonItem::appearance(Class, objc::Object) {
 }
 
 objc::Object BarButtonItem::remember(objc::Object target, SEL action) {
-    target_ = target.self;
+    target_ = target;
     action_ = action;
     return objc::Object{self};
 }
@@ -101,7 +101,7 @@ objc::Object BarButtonItem::initWithCustomView(View* view) {
 }
 
 void BarButtonItem::fire() {
-    if (enabled_) sendAction(objc::Object{target_}, action_, objc::Object{self});
+    if (enabled_) sendAction(target(), action_, objc::Object{self});
 }
 
 objc::Ref<View> BarButtonItem::makeView() {

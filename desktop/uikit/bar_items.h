@@ -5,6 +5,7 @@
 #include <string>
 
 #include "desktop/uikit/button.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -32,7 +33,7 @@ class BarButtonItem : public objc::PeerBase {
     void setEnabled(bool enabled) { enabled_ = enabled; }
     long tag() const { return tag_; }
     void setTag(long tag) { tag_ = tag; }
-    objc::Object target() const { return objc::Object{target_}; }
+    objc::Strong<> target() const { return target_.load(); }
     SEL action() const { return action_; }
     /// `appearanceWhenContainedIn:`, whatever the containers: what stands for the items of search bars, the only ones
     /// that follow an appearance here. Its tint is for bars that have a colour of their own.
@@ -54,7 +55,7 @@ class BarButtonItem : public objc::PeerBase {
     long style_ = 0;
     long tag_ = 0;
     bool enabled_ = true;
-    id target_ = nullptr;
+    weak::Object target_;
     SEL action_ = nullptr;
     objc::Strong<> title_;
     objc::Strong<> image_;

@@ -35,16 +35,17 @@ void Control::define(objc::ClassDefinition<Control>& definition) {
 void Control::addTargetActionForControlEvents(objc::Object target, SEL action, unsigned long events) {
     if (!action || !events) return;
     for (auto& each : actions_) {
-        if (each.target != target.self || !sel_isEqual(each.selector, action)) continue;
+        if (each.target.load().get() != target || !sel_isEqual(each.selector, action)) continue;
         each.events |= events;
         return;
     }
-    actions_.push_back({target.self, action, events});
+    actions_.push_back({target, action, events});
 }
 
 void Control::removeTargetActionForControlEvents(objc::Object target, SEL action, unsigned long events) {
     for (auto& each : actions_) {
-        const bool wanted = (!target || each.target == target.self) && (!action || sel_isEqual(each.selector, action));
+        const bool wanted =
+            (!target || each.target.load().get() == target) && (!action || sel_isEqual(each.selector, action));
         if (wanted) each.events &= ~events;
     }
     std::erase_if(actions_, [](const Action& each) { return each.events == 0; });
@@ -55,21 +56,24 @@ void Control::sendActionsForControlEvents(unsigned long events) {
     // The order of adding holds; an action may add and remove others.
     const auto actions = actions_;
     for (const auto& each : actions) {
-        if (!(each.events & events) || !each.target) continue;
+        if (!(each.events & events)) continue;
+        const auto target = each.target.load();
+        if (!target) continue;
         const auto isSame = [&](const Action& other) {
-            return other.target == each.target && sel_isEqual(other.selector, each.selector) && (other.events & events);
+            return sel_isEqual(other.selector, each.selector) && (other.events & events) &&
+                   other.target.load() == target;
         };
         if (std::none_of(actions_.begin(), actions_.end(), isSame)) continue;
         const char* name = sel_getName(each.selector);
         switch (std::count(name, name + std::strlen(name), ':')) {
             case 0:
-                objc::sendSelector(each.target, each.selector);
+                objc::sendSelector(target, each.selector);
                 break;
             case 1:
-                objc::sendSelector(each.target, each.selector, object());
+                objc::sendSelector(target, each.selector, object());
                 break;
             default:
-                objc::sendSelector(each.target, each.selector, object(), objc::Object{});
+                objc::sendSelector(target, each.selector, object(), objc::Object{});
         }
     }
 }
@@ -77,7 +81,7 @@ void Control::sendActionsForControlEvents(unsigned long events) {
 objc::Object Control::allTargets() const {
     auto set = objc::sendClass<"NSMutableSet", "set", objc::Object>();
     for (const auto& each : actions_) {
-        if (each.target) objc::send<"addObject:">(set, objc::Object{each.target});
+        if (const auto target = each.target.load()) objc::send<"addObject:">(set, target.get());
     }
     return set;
 }
@@ -91,7 +95,7 @@ unsigned long Control::allControlEvents() const {
 objc::Object Control::actionsForTargetForControlEvent(objc::Object target, unsigned long event) const {
     objc::Object names;
     for (const auto& each : actions_) {
-        if (each.target != target.self || !(each.events & event)) continue;
+        if (!(each.events & event) || each.target.load().get() != target) continue;
         if (!names) names = objc::sendClass<"NSMutableArray", "array", objc::Object>();
         objc::send<"addObject:">(names, nsString(sel_getName(each.selector)));
     }

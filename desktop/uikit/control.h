@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/uikit/view.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -61,7 +62,7 @@ class Control : public View {
 
   private:
     struct Action {
-        id target;
+        weak::Object target;
         SEL selector;
         unsigned long events;
     };

@@ -5,6 +5,7 @@
 
 #include "desktop/graphics/icons.h"
 #include "desktop/uikit/application.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 namespace {
@@ -23,10 +24,7 @@ void NavigationBar::define(objc::ClassDefinition<NavigationBar>& definition) {
     definition.method<"goBack", &NavigationBar::goBack>();
 }
 
-NavigationBar::~NavigationBar() {
-    cancelAnimation(fade_);
-    if (item_) item_->setObserver({});
-}
+NavigationBar::~NavigationBar() { cancelAnimation(fade_); }
 
 objc::Object NavigationBar::initWithFrame(Rect frame) {
     const auto made = View::initWithFrame(frame);
@@ -38,7 +36,7 @@ void NavigationBar::showItem(NavigationItem* item, const std::string& backTitle,
     if (item_ && item_.get() != item) item_->setObserver({});
     item_ = objc::Ref<NavigationItem>(item);
     backTitle_ = backTitle;
-    if (item_) item_->setObserver([this](bool itemAnimated) { rebuild(itemAnimated); });
+    if (item_) item_->setObserver(weak::whileAlive(this, [this](bool itemAnimated) { rebuild(itemAnimated); }));
     rebuild(animated);
 }
 

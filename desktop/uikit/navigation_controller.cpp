@@ -5,6 +5,7 @@
 
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/main_thread.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 namespace {
@@ -42,7 +43,6 @@ void NavigationController::define(objc::ClassDefinition<NavigationController>& d
 NavigationController::~NavigationController() {
     cancelAnimation(transition_);
     cancelAnimation(barAnimation_);
-    if (bar_) bar_->setBackAction({});
 }
 
 objc::Object NavigationController::initWithRootViewController(ViewController* root) {
@@ -55,7 +55,8 @@ NavigationBar* NavigationController::navigationBar() {
     if (!bar_) {
         bar_ = objc::Ref<NavigationBar>::make<"initWithFrame:">(
             Rect{{0, statusBarHeight}, {screenSize().width, NavigationBar::height}});
-        bar_->setBackAction([this] { objc::send<"popViewControllerAnimated:", objc::Object>(object(), true); });
+        bar_->setBackAction(
+            weak::whileAlive(this, [this] { objc::send<"popViewControllerAnimated:", objc::Object>(object(), true); }));
     }
     return bar_;
 }

@@ -73,13 +73,15 @@ void ScrollView::setContentSize(Size size) {
 }
 
 void ScrollView::tell(SEL message) {
-    if (delegate_ && objc::respondsTo(delegate(), message)) objc::sendSelector(delegate(), message, object());
+    const auto receiver = delegate();
+    if (receiver && objc::respondsTo(receiver, message)) objc::sendSelector(receiver, message, object());
 }
 
 void ScrollView::tellDragEnded(bool decelerates) {
     constexpr auto name = objc::Name{"scrollViewDidEndDragging:willDecelerate:"};
-    if (delegate_ && objc::respondsTo(delegate(), objc::selector<name>()))
-        objc::send<name>(delegate(), object(), decelerates);
+    const auto receiver = delegate();
+    if (receiver && objc::respondsTo(receiver, objc::selector<name>()))
+        objc::send<name>(receiver, object(), decelerates);
 }
 
 void ScrollView::moveTo(double y) {

@@ -3,6 +3,7 @@
 
 #include "desktop/uikit/animation.h"
 #include "desktop/uikit/view.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -26,8 +27,8 @@ class ScrollView : public View {
     EdgeInsets contentInset() const { return inset_; }
     /// Room around the content that scrolling reaches, in points. What stood at the top stays at the top.
     void setContentInset(EdgeInsets inset);
-    objc::Object delegate() const { return objc::Object{delegate_}; }
-    virtual void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> delegate() const { return delegate_.load(); }
+    virtual void setDelegate(objc::Object delegate) { delegate_ = delegate; }
     bool isScrollEnabled() const { return scrollEnabled_; }
     void setScrollEnabled(bool enabled);
     bool isDragging() const { return dragging_; }
@@ -64,7 +65,7 @@ class ScrollView : public View {
 
     Size contentSize_;
     EdgeInsets inset_;
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     bool scrollEnabled_ = true;
     bool tracking_ = false;
     bool dragging_ = false;

@@ -3,6 +3,7 @@
 
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/bar_items.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 namespace {
@@ -38,13 +39,13 @@ objc::Object SearchBar::initWithFrame(Rect frame) {
     const auto made = View::initWithFrame(frame);
     setBackgroundColor(uiColor(barColor));
     field_ = objc::Ref<SearchField>::make();
-    field_->setOnEdit([this] {
+    field_->setOnEdit(weak::whileAlive(this, [this] {
         if (listener_.textChanged) listener_.textChanged();
-    });
-    field_->setOnFocus([this] {
+    }));
+    field_->setOnFocus(weak::whileAlive(this, [this] {
         if (listener_.began) listener_.began();
-    });
-    field_->setOnEscape([this] { cancel(); });
+    }));
+    field_->setOnEscape(weak::whileAlive(this, [this] { cancel(); }));
     constexpr long systemType = 1;
     cancelButton_ = objc::Ref<Button>(objc::peerOf<Button>(Button::withType(objc::classOf<Button>(), systemType)));
     cancelButton_->setTitleForState(nsString(localized("Cancel")), normalState);

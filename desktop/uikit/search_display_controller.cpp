@@ -8,8 +8,7 @@ namespace {
 
 /// Sends the message where the delegate answers it.
 template <objc::Name name>
-void tell(id delegate, objc::Object sender) {
-    const objc::Object receiver{delegate};
+void tell(const objc::Strong<>& receiver, objc::Object sender) {
     if (receiver && objc::respondsTo(receiver, objc::selector<name>())) objc::send<name>(receiver, sender);
 }
 
@@ -35,8 +34,11 @@ void SearchDisplayController::define(objc::ClassDefinition<SearchDisplayControll
 objc::Object SearchDisplayController::initWithSearchBarContentsController(SearchBar* bar, ViewController* contents) {
     bar_ = objc::Ref<SearchBar>(bar);
     contents_ = contents;
-    bar_->setListener({[this] { setActiveAnimated(true, true); }, [this] { textChanged(); },
-                       [this](long scope) { scopeChanged(scope); }, [this] { setActiveAnimated(false, true); }});
+    // The bar may stay in the list of a screen that has let its search go.
+    bar_->setListener({weak::whileAlive(this, [this] { setActiveAnimated(true, true); }),
+                       weak::whileAlive(this, [this] { textChanged(); }),
+                       weak::whileAlive(this, [this](long scope) { scopeChanged(scope); }),
+                       weak::whileAlive(this, [this] { setActiveAnimated(false, true); })});
     // Outside a search the bar has the field's row alone.
     bar_->setShowsScopeBar(false);
     bar_->setFrame({bar_->frame().origin, bar_->sizeThatFits(bar_->frame().size)});
@@ -55,27 +57,28 @@ objc::Object SearchDisplayController::searchResultsTableView() {
 }
 
 void SearchDisplayController::setSearchResultsDelegate(objc::Object delegate) {
-    resultsDelegate_ = delegate.self;
+    resultsDelegate_ = delegate;
     if (results_) objc::send<"setDelegate:">(results_->object(), delegate);
 }
 
 void SearchDisplayController::setSearchResultsDataSource(objc::Object source) {
-    resultsSource_ = source.self;
+    resultsSource_ = source;
     if (results_) objc::send<"setDataSource:">(results_->object(), source);
 }
 
-/// The list whose header the bar is, or the contents' view.
+/// The list whose header the bar is, or the contents' view; null once neither is there.
 View* SearchDisplayController::list() const {
     for (View* view = bar_->superview(); view; view = view->superview())
         if (objc::peerIf<ScrollView>(view->object())) return view;
-    return contents_->view();
+    const auto contents = contents_.load();
+    return contents ? contents->view() : nullptr;
 }
 
 /// The bar's height changed: the list moves its rows below it.
 void SearchDisplayController::resizeBar() {
     bar_->setFrame({bar_->frame().origin, bar_->sizeThatFits(bar_->frame().size)});
     View* table = list();
-    if (objc::respondsTo(table->object(), objc::selector<"setTableHeaderView:">()) &&
+    if (table && objc::respondsTo(table->object(), objc::selector<"setTableHeaderView:">()) &&
         objc::send<"tableHeaderView", View*>(table->object()) == bar_.get())
         objc::send<"setTableHeaderView:">(table->object(), bar_->object());
 }
@@ -89,10 +92,12 @@ void SearchDisplayController::setActiveAnimated(bool active, bool animated) {
 }
 
 void SearchDisplayController::begin(bool animated) {
+    const auto contents = contents_.load();
+    if (!contents) return;
     active_ = true;
     const objc::Object me{self};
-    tell<"searchDisplayControllerWillBeginSearch:">(delegate_, me);
-    contents_->setCoversNavigationBar(true, animated);
+    tell<"searchDisplayControllerWillBeginSearch:">(delegate(), me);
+    contents->setCoversNavigationBar(true, animated);
     bar_->setShowsScopeBar(true);
     bar_->setShowsCancelButtonAnimated(true, animated);
     resizeBar();
@@ -107,12 +112,12 @@ void SearchDisplayController::begin(bool animated) {
     dimming_ = objc::Ref<View>::make<"initWithFrame:">(below);
     dimming_->setBackgroundColor(uiColor(Color::gray(0, 0.35)));
     table->addSubview(dimming_);
-    tell<"searchDisplayControllerDidBeginSearch:">(delegate_, me);
+    tell<"searchDisplayControllerDidBeginSearch:">(delegate(), me);
 }
 
 void SearchDisplayController::end(bool animated) {
     const objc::Object me{self};
-    tell<"searchDisplayControllerWillEndSearch:">(delegate_, me);
+    tell<"searchDisplayControllerWillEndSearch:">(delegate(), me);
     active_ = false;
     showResults(false);
     if (dimming_) std::exchange(dimming_, {})->removeFromSuperview();
@@ -121,12 +126,13 @@ void SearchDisplayController::end(bool animated) {
     bar_->setShowsCancelButtonAnimated(false, animated);
     bar_->setShowsScopeBar(false);
     resizeBar();
-    if (auto* scroll = objc::peerIf<ScrollView>(list()->object())) {
+    View* table = list();
+    if (auto* scroll = table ? objc::peerIf<ScrollView>(table->object()) : nullptr) {
         scroll->setScrollEnabled(true);
         scroll->setContentOffsetAnimated(offsetBefore_, false);
     }
-    contents_->setCoversNavigationBar(false, animated);
-    tell<"searchDisplayControllerDidEndSearch:">(delegate_, me);
+    if (const auto contents = contents_.load()) contents->setCoversNavigationBar(false, animated);
+    tell<"searchDisplayControllerDidEndSearch:">(delegate(), me);
 }
 
 void SearchDisplayController::showResults(bool show) {
@@ -138,7 +144,7 @@ void SearchDisplayController::showResults(bool show) {
     searchResultsTableView();
     results_->setFrame(dimming_->frame());
     results_->setAutoresizingMask(flexibleWidth | flexibleHeight);
-    list()->addSubview(results_);
+    if (View* table = list()) table->addSubview(results_);
 }
 
 void SearchDisplayController::textChanged() {
@@ -146,7 +152,7 @@ void SearchDisplayController::textChanged() {
     showResults(!bar_->field()->text().empty());
     constexpr auto name = objc::Name{"searchDisplayController:shouldReloadTableForSearchString:"};
     bool reload = true;
-    if (const objc::Object receiver{delegate_}; objc::respondsTo(receiver, objc::selector<name>()))
+    if (const auto receiver = delegate(); objc::respondsTo(receiver, objc::selector<name>()))
         reload = objc::send<name, bool>(receiver, objc::Object{self}, bar_->text().get());
     if (reload) objc::send<"reloadData">(searchResultsTableView());
 }
@@ -155,7 +161,7 @@ void SearchDisplayController::scopeChanged(long scope) {
     if (!active_) return;
     constexpr auto name = objc::Name{"searchDisplayController:shouldReloadTableForSearchScope:"};
     bool reload = true;
-    if (const objc::Object receiver{delegate_}; objc::respondsTo(receiver, objc::selector<name>()))
+    if (const auto receiver = delegate(); objc::respondsTo(receiver, objc::selector<name>()))
         reload = objc::send<name, bool>(receiver, objc::Object{self}, scope);
     if (reload) objc::send<"reloadData">(searchResultsTableView());
 }

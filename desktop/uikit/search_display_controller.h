@@ -4,6 +4,7 @@
 
 #include "desktop/uikit/search_bar.h"
 #include "desktop/uikit/view_controller.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -16,14 +17,14 @@ class SearchDisplayController : public objc::PeerBase {
     // Messages of the same names. The contents controller, the delegates and the data source are not retained.
     objc::Object initWithSearchBarContentsController(SearchBar* bar, ViewController* contents);
     SearchBar* searchBar() const { return bar_; }
-    ViewController* searchContentsController() const { return contents_; }
+    objc::Strong<> searchContentsController() const { return contents_.load().takeOwner(); }
     /// A UITableView, made at first use.
     objc::Object searchResultsTableView();
-    objc::Object delegate() const { return objc::Object{delegate_}; }
-    void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
-    objc::Object searchResultsDelegate() const { return objc::Object{resultsDelegate_}; }
+    objc::Strong<> delegate() const { return delegate_.load(); }
+    void setDelegate(objc::Object delegate) { delegate_ = delegate; }
+    objc::Strong<> searchResultsDelegate() const { return resultsDelegate_.load(); }
     void setSearchResultsDelegate(objc::Object delegate);
-    objc::Object searchResultsDataSource() const { return objc::Object{resultsSource_}; }
+    objc::Strong<> searchResultsDataSource() const { return resultsSource_.load(); }
     void setSearchResultsDataSource(objc::Object source);
     bool isActive() const { return active_; }
     void setActive(bool active) { setActiveAnimated(active, false); }
@@ -41,12 +42,12 @@ class SearchDisplayController : public objc::PeerBase {
     View* list() const;
 
     objc::Ref<SearchBar> bar_;
-    ViewController* contents_ = nullptr;
+    weak::Peer<ViewController> contents_;
     objc::Ref<View> results_;
     objc::Ref<View> dimming_;
-    id delegate_ = nullptr;
-    id resultsDelegate_ = nullptr;
-    id resultsSource_ = nullptr;
+    weak::Object delegate_;
+    weak::Object resultsDelegate_;
+    weak::Object resultsSource_;
     bool active_ = false;
     Point offsetBefore_;
 };

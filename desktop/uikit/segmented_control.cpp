@@ -15,12 +15,20 @@ constexpr double textMargin = 3;
 constexpr double smallestText = 9;
 constexpr double pressedShade = 0.15;
 constexpr double disabledAlpha = 0.4;
+constexpr double leastContrast = 0.4;
 
 graphics::TextStyle titleStyle() {
     graphics::TextStyle style;
     style.font = graphics::Font::system(13);
     style.alignment = graphics::Alignment::Centre;
     return style;
+}
+
+/// As bright as people see it, 0 to 1.
+double brightness(const Color& color) { return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue; }
+
+bool canBeReadOn(const Color& ground, const Color& color) {
+    return std::abs(brightness(ground) - brightness(color)) >= leastContrast;
 }
 
 }  // namespace
@@ -241,6 +249,18 @@ void SegmentedControl::drawSegments(graphics::Canvas& canvas, const Rect& whole,
     }
 }
 
+/// White on a dark tint. On a light one the selected segment shows its content in the colour of what lies behind the
+/// control, as if it were cut out, and in black where that cannot be read either.
+Color SegmentedControl::selectedContentColor() const {
+    const Color ground = tint();
+    if (canBeReadOn(ground, Color::white())) return Color::white();
+    for (const View* each = superview(); each; each = each->superview()) {
+        const Color behind = colorOf(each->backgroundColor());
+        if (behind.alpha == 1) return canBeReadOn(ground, behind) ? behind : Color::black();
+    }
+    return Color::black();
+}
+
 void SegmentedControl::draw(graphics::Canvas& canvas) {
     if (segments_.empty()) return;
     const Color color = tint();
@@ -249,10 +269,10 @@ void SegmentedControl::draw(graphics::Canvas& canvas) {
     drawSegments(canvas, whole, color);
     canvas.strokeRounded(whole, outlineRadius, lineWidth, color);
     const auto style = fittedStyle();
+    const Color selected = selectedContentColor();
     for (unsigned long i = 0; i < segments_.size(); ++i) {
         const Color plain = segments_[i].enabled ? color : color.withAlpha(disabledAlpha);
-        drawContent(canvas, segments_[i], segmentRect(i), static_cast<long>(i) == selected_ ? Color::white() : plain,
-                    style);
+        drawContent(canvas, segments_[i], segmentRect(i), static_cast<long>(i) == selected_ ? selected : plain, style);
     }
     if (!isEnabled()) canvas.endGroup(disabledAlpha);
 }

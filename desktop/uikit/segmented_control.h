@@ -65,6 +65,7 @@ class SegmentedControl : public Control {
     void drawContent(graphics::Canvas& canvas, const Segment& segment, const Rect& rect, const Color& color,
                      const graphics::TextStyle& style) const;
     graphics::TextStyle fittedStyle() const;
+    Color selectedContentColor() const;
     void drawSegments(graphics::Canvas& canvas, const Rect& whole, const Color& color) const;
     void setPressed(long index);
 

@@ -6,6 +6,7 @@
 #include "desktop/graphics/text.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 namespace {
@@ -92,7 +93,7 @@ void TabBarController::loadView() {
     bar_ = objc::Ref<TabBar>::make<"initWithFrame:">(
         Rect{{0, screenSize().height - TabBar::height}, {screenSize().width, TabBar::height}});
     bar_->setBackgroundColor(uiColor(Color::fromHex(0xF8F8F8)));
-    bar_->setOnSelect([this](std::size_t index) { setSelectedIndex(index); });
+    bar_->setOnSelect(weak::whileAlive(this, [this](std::size_t index) { setSelectedIndex(index); }));
     container->addSubview(bar_);
     showSelected();
 }

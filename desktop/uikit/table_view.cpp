@@ -69,7 +69,7 @@ objc::Object TableView::initWithFrameStyle(Rect frame, long style) {
 }
 
 void TableView::setDataSource(objc::Object source) {
-    dataSource_ = source.self;
+    dataSource_ = source;
     reloadData();
 }
 
@@ -83,7 +83,10 @@ void TableView::setRowHeight(double height) {
     reloadData();
 }
 
-bool TableView::delegateAnswers(SEL message) const { return delegate() && objc::respondsTo(delegate(), message); }
+bool TableView::delegateAnswers(SEL message) const {
+    const auto receiver = delegate();
+    return receiver && objc::respondsTo(receiver, message);
+}
 
 void TableView::reloadData() {
     needsReload_ = true;
@@ -103,10 +106,11 @@ void TableView::endUpdates() {
 TableView::Section TableView::makeSection(long index, double top) {
     const long rows = objc::send<"tableView:numberOfRowsInSection:", long>(dataSource(), object(), index);
     std::vector<double> heights(static_cast<std::size_t>(std::max(rows, 0L)), rowHeight_);
-    if (delegateAnswers(objc::selector<"tableView:heightForRowAtIndexPath:">()))
+    if (const auto receiver = delegate();
+        receiver && objc::respondsTo(receiver, objc::selector<"tableView:heightForRowAtIndexPath:">()))
         for (std::size_t row = 0; row < heights.size(); ++row)
             heights[row] = objc::send<"tableView:heightForRowAtIndexPath:", double>(
-                delegate(), object(), indexPath({index, static_cast<long>(row)}));
+                receiver, object(), indexPath({index, static_cast<long>(row)}));
     std::string header = ask(objc::selector<"tableView:titleForHeaderInSection:">(), index);
     std::string footer = ask(objc::selector<"tableView:titleForFooterInSection:">(), index);
     const double headerHeight = heightOf(headerBand(), index, header);
@@ -129,10 +133,10 @@ void TableView::reloadIfNeeded() {
     dropBands();
     sections_.clear();
     double top = header_ ? header_->frame().size.height : 0;
-    if (dataSource_) {
+    if (const auto source = dataSource()) {
         long count = 1;
-        if (objc::respondsTo(dataSource(), objc::selector<"numberOfSectionsInTableView:">()))
-            count = objc::send<"numberOfSectionsInTableView:", long>(dataSource(), object());
+        if (objc::respondsTo(source, objc::selector<"numberOfSectionsInTableView:">()))
+            count = objc::send<"numberOfSectionsInTableView:", long>(source, object());
         for (long i = 0; i < count; ++i) {
             sections_.push_back(makeSection(i, top));
             top = sections_.back().layout.bottom();

@@ -51,12 +51,13 @@ class TableView : public ScrollView {
     static void define(objc::ClassDefinition<TableView>& definition);
 
     // Messages of the same names. Delegate and data source are not retained. Heights are asked for every row at each
-    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only.
+    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only. A tap selects
+    // the row that `tableView:willSelectRowAtIndexPath:` answers, the tapped one where the delegate does not answer it.
     objc::Object initWithFrame(Rect frame) override;
     enum Style : long { plain = 0, grouped = 1 };
     objc::Object initWithFrameStyle(Rect frame, long style);
     long style() const { return style_; }
-    objc::Object dataSource() const { return objc::Object{dataSource_}; }
+    objc::Strong<> dataSource() const { return dataSource_.load(); }
     void setDataSource(objc::Object source);
     void setDelegate(objc::Object delegate) override;
     void reloadData();
@@ -172,14 +173,16 @@ class TableView : public ScrollView {
     void press(const Touch& touch);
     void unpress();
     void release(const Touch& touch);
-    void select(RowPlace place);
+    /// The row that the delegate lets a tap select, one at a time; none where it answers nil.
+    std::optional<RowPlace> placeToSelect(RowPlace tapped);
+    void select(RowPlace tapped);
     void tellDelegate(SEL message, RowPlace place);
     void followEditing();
     bool delegateAnswers(SEL message) const;
     /// The table that lies over this one's rows; null for none.
     TableView* coveringTable() const;
 
-    id dataSource_ = nullptr;
+    weak::Object dataSource_;
     long style_ = plain;
     double rowHeight_ = 44;
     bool needsReload_ = true;

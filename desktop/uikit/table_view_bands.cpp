@@ -72,8 +72,9 @@ objc::Object TableView::dequeueHeaderFooter(objc::Object identifier) {
 }
 
 std::string TableView::ask(SEL title, long section) {
-    if (!dataSource_ || !objc::respondsTo(dataSource(), title)) return {};
-    return utf8(objc::sendSelector<objc::Object>(dataSource(), title, object(), section));
+    const auto source = dataSource();
+    if (!source || !objc::respondsTo(source, title)) return {};
+    return utf8(objc::sendSelector<objc::Object>(source, title, object(), section));
 }
 
 double TableView::heightOf(const Band& band, long section, const std::string& title) {

@@ -125,11 +125,22 @@ void TableView::release(const Touch& touch) {
     }
 }
 
-void TableView::select(RowPlace place) {
+std::optional<RowPlace> TableView::placeToSelect(RowPlace tapped) {
+    constexpr auto question = objc::Name{"tableView:willSelectRowAtIndexPath:"};
+    const auto receiver = delegate();
+    if (!receiver || !objc::respondsTo(receiver, objc::selector<question>())) return tapped;
+    const auto path = objc::send<question, objc::Object>(receiver, object(), indexPath(tapped));
+    return path ? std::optional(placeOf(path)) : std::nullopt;
+}
+
+void TableView::select(RowPlace tapped) {
+    const auto place = placeToSelect(tapped);
+    if (!place) return;
+    if (selected_ && selected_ != place) deselectRow(indexPath(*selected_), false);
     selected_ = place;
-    if (const auto found = cells_.find(place); found != cells_.end())
+    if (const auto found = cells_.find(*place); found != cells_.end())
         found->second->setHighlightedAnimated(true, false);
-    tellDelegate(objc::selector<"tableView:didSelectRowAtIndexPath:">(), place);
+    tellDelegate(objc::selector<"tableView:didSelectRowAtIndexPath:">(), *place);
 }
 
 objc::Object TableView::pathOfSelectedRow() const { return selected_ ? indexPath(*selected_) : objc::Object{}; }
@@ -157,11 +168,12 @@ bool TableView::tapAccessory(long row, long section) {
 }
 
 bool TableView::canEdit(RowPlace place) {
-    if (!dataSource_) return false;
+    const auto source = dataSource();
+    if (!source) return false;
     constexpr auto question = objc::Name{"tableView:canEditRowAtIndexPath:"};
-    if (objc::respondsTo(dataSource(), objc::selector<question>()))
-        return objc::send<question, bool>(dataSource(), object(), indexPath(place));
-    return objc::respondsTo(dataSource(), objc::selector<"tableView:commitEditingStyle:forRowAtIndexPath:">());
+    if (objc::respondsTo(source, objc::selector<question>()))
+        return objc::send<question, bool>(source, object(), indexPath(place));
+    return objc::respondsTo(source, objc::selector<"tableView:commitEditingStyle:forRowAtIndexPath:">());
 }
 
 bool TableView::revealDelete(long row, long section) {

@@ -85,12 +85,13 @@ void TextField::setClearButtonMode(long mode) {
 }
 
 bool TextField::delegateAllows(SEL question) {
-    return !delegate_ || !objc::respondsTo(delegate(), question) ||
-           objc::sendSelector<bool>(delegate(), question, object());
+    const auto receiver = delegate();
+    return !receiver || !objc::respondsTo(receiver, question) || objc::sendSelector<bool>(receiver, question, object());
 }
 
 void TextField::tellDelegate(SEL message) {
-    if (delegate_ && objc::respondsTo(delegate(), message)) objc::sendSelector(delegate(), message, object());
+    const auto receiver = delegate();
+    if (receiver && objc::respondsTo(receiver, message)) objc::sendSelector(receiver, message, object());
 }
 
 bool TextField::becomeFirstResponder() {
@@ -140,9 +141,9 @@ bool TextField::touch(const Touch& touch) {
 
 void TextField::insertText(std::string_view text) {
     constexpr auto question = objc::Name{"textField:shouldChangeCharactersInRange:replacementString:"};
-    if (delegate_ && objc::respondsTo(delegate(), objc::selector<question>())) {
+    if (const auto receiver = delegate(); receiver && objc::respondsTo(receiver, objc::selector<question>())) {
         const Range range{unitsOf(std::string_view(editor_.text()).substr(0, editor_.caret())), 0};
-        if (!objc::send<question, bool>(delegate(), object(), range, nsString(text))) return;
+        if (!objc::send<question, bool>(receiver, object(), range, nsString(text))) return;
     }
     editor_.insert(text);
     changed();

@@ -4,6 +4,7 @@
 #include "desktop/uikit/color.h"
 #include "desktop/uikit/control.h"
 #include "desktop/uikit/line_editor.h"
+#include "desktop/weak/weak.h"
 
 namespace uikit {
 
@@ -36,8 +37,8 @@ class TextField : public Control {
     void setFont(objc::Object font);
     objc::Object textColor() const;
     void setTextColor(objc::Object color);
-    objc::Object delegate() const { return objc::Object{delegate_}; }
-    void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> delegate() const { return delegate_.load(); }
+    void setDelegate(objc::Object delegate) { delegate_ = delegate; }
     bool isEditing() const { return isFirstResponder(); }
     long borderStyle() const { return border_; }
     void setBorderStyle(long style);
@@ -69,7 +70,7 @@ class TextField : public Control {
     std::string placeholder_;
     graphics::Font font_ = graphics::Font::system(17);
     objc::Strong<> textColor_;
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     long border_ = noBorder;
     long clearMode_ = never;
 };

@@ -167,8 +167,8 @@ class View : public Responder {
 
     Rect frame_;
     Point displacement_;
-    View* superview_ = nullptr;
-    Window* window_ = nullptr;
+    View* superview_ = nullptr;  // cleared when it goes
+    Window* window_ = nullptr;   // cleared when it goes
     std::vector<objc::Ref<View>> subviews_;
     long tag_ = 0;
     double alpha_ = 1;
@@ -180,7 +180,7 @@ class View : public Responder {
     bool needsLayout_ = true;
     objc::Strong<> backgroundColor_;
     objc::Strong<> tintColor_;
-    ViewController* controller_ = nullptr;
+    ViewController* controller_ = nullptr;  // cleared when it goes
     ContentMode contentMode_ = ContentMode::ScaleToFill;
     std::unique_ptr<ShownState> shown_;
     AnimationToken animation_ = 0;

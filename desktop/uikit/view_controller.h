@@ -88,10 +88,10 @@ class ViewController : public Responder {
     objc::Strong<> title_;
     objc::Strong<> navigationItem_;
     objc::Strong<> tabBarItem_;
-    ViewController* parent_ = nullptr;
+    ViewController* parent_ = nullptr;  // cleared when it goes
     std::vector<objc::Ref<ViewController>> children_;
     objc::Ref<ViewController> presented_;
-    ViewController* presenting_ = nullptr;
+    ViewController* presenting_ = nullptr;  // cleared when it goes
     objc::Strong<> searchController_;
     std::atomic<bool> editing_{false};
     Appearance appearance_ = Appearance::Disappeared;

@@ -26,7 +26,6 @@ class PersonScreenTest : public ContactScreenTest {
         card_->setDisplayedPerson(person_.self());
         card_->setPersonViewDelegate(delegate_->object());
     }
-    ~PersonScreenTest() override { card_->setPersonViewDelegate({}); }
 
     void show() { push(card_); }
     void startEditing() {
@@ -108,8 +107,10 @@ TEST_F(PersonScreenTest, aTapCallsOnceTheDelegateAgrees) {
     EXPECT_EQ(opened, (Texts{"tel://+4930123456"}));
 }
 
-TEST_F(PersonScreenTest, aTapCallsWithoutADelegate) {
-    card_->setPersonViewDelegate({});
+TEST_F(PersonScreenTest, aTapCallsOnceTheDelegateIsGone) {
+    EXPECT_EQ(card_->personViewDelegate(), objc::Strong<>(delegate_->object()));
+    delegate_ = {};
+    EXPECT_FALSE(card_->personViewDelegate());
     show();
     tapRow(card_, "01512 3456789");
     EXPECT_EQ(opened, (Texts{"tel://+4915123456789"}));
@@ -266,6 +267,32 @@ TEST_F(PersonScreenTest, deletingAsksFirstAndTakesTheCardAway) {
     take("Delete Contact");
     EXPECT_FALSE(Book::shared().contact(record_).has_value());
     EXPECT_EQ(navigation().stack().size(), 1U);
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+}
+
+TEST_F(PersonScreenTest, theFormClosesItselfAfterTheCardHasLeftItsStack) {
+    startEditing();
+    fill(0, 0, "Anne");
+    objc::send<"popToRootViewControllerAnimated:", objc::Object>(navigation().object(), false);
+    settle();
+    press(bar(form())->rightBarButtonItem());
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+    EXPECT_EQ(saved().text(Property::firstName), "Anne");
+}
+
+TEST_F(PersonScreenTest, aFormWhoseDelegateIsGoneClosesItself) {
+    auto form = objc::Ref<ContactForm>::make();
+    {
+        auto delegate = objc::Ref<CardDelegate>::make();
+        form->setNewPersonViewDelegate(delegate->object());
+        EXPECT_EQ(form->newPersonViewDelegate(), objc::Strong<>(delegate->object()));
+    }
+    EXPECT_FALSE(form->newPersonViewDelegate());
+    auto stack = objc::Ref<uikit::NavigationController>::make<"initWithRootViewController:">(form->object());
+    objc::send<"presentViewController:animated:completion:">(navigation().object(), stack->object(), false,
+                                                             objc::Object{});
+    settle();
+    press(bar(form)->leftBarButtonItem());
     EXPECT_EQ(navigation().presentedViewController(), nullptr);
 }
 

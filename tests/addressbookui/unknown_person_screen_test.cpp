@@ -27,7 +27,6 @@ class UnknownPersonTest : public ContactScreenTest {
         card_->setMessage(uikit::nsString("London"));
         card_->setAllowsActions(true);
     }
-    ~UnknownPersonTest() override { card_->setUnknownPersonViewDelegate({}); }
 
     PeopleList* list() { return objc::peerIf<PeopleList>(front()->object()); }
 
@@ -141,6 +140,75 @@ TEST_F(UnknownPersonTest, tellsNobodyWhenThePickerIsCancelled) {
     tapRow(card_, "Add to Existing Contact");
     press(bar(front())->rightBarButtonItem());
     EXPECT_EQ(delegate_->heard, (Texts{"resolved to nobody"}));
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+}
+
+/// The stack goes back to its root, without the card, as it does when the Phone leaves the screen.
+class ResolvedOutsideItsStack : public UnknownPersonTest {
+  protected:
+    void leave() {
+        objc::send<"popToRootViewControllerAnimated:", objc::Object>(navigation().object(), false);
+        settle();
+        ASSERT_EQ(card_->parentViewController(), nullptr);
+    }
+    std::size_t contacts() { return Book::shared().all()->size(); }
+};
+
+TEST_F(ResolvedOutsideItsStack, theFormClosesItselfWhenItIsCancelled) {
+    push(card_);
+    tapRow(card_, "Create New Contact");
+    leave();
+    press(bar(form())->leftBarButtonItem());
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+    EXPECT_EQ(delegate_->heard, (Texts{"resolved to nobody"}));
+}
+
+TEST_F(ResolvedOutsideItsStack, theFormSavesOnceAndClosesItself) {
+    push(card_);
+    tapRow(card_, "Create New Contact");
+    fill(0, 0, "Ada");
+    leave();
+    const objc::Ref<uikit::BarButtonItem> done(bar(form())->rightBarButtonItem());
+    done->fire();
+    // It can be tapped until it is out of sight.
+    done->fire();
+    settle();
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+    EXPECT_EQ(contacts(), 1u);
+    EXPECT_EQ(delegate_->heard.size(), 1u);
+}
+
+TEST_F(ResolvedOutsideItsStack, thePickerClosesItselfWhenItIsCancelled) {
+    push(card_);
+    tapRow(card_, "Add to Existing Contact");
+    leave();
+    const objc::Ref<uikit::BarButtonItem> cancel(bar(front())->rightBarButtonItem());
+    cancel->fire();
+    cancel->fire();
+    settle();
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+    EXPECT_EQ(delegate_->heard, (Texts{"resolved to nobody"}));
+}
+
+TEST_F(ResolvedOutsideItsStack, thePickersFormClosesBoth) {
+    save(anna());
+    push(card_);
+    tapRow(card_, "Add to Existing Contact");
+    ASSERT_TRUE(list()->tableView()->tapRow(0, 0));
+    settle();
+    leave();
+    press(bar(form())->rightBarButtonItem());
+    EXPECT_EQ(navigation().presentedViewController(), nullptr);
+}
+
+TEST_F(ResolvedOutsideItsStack, nobodyIsToldOnceTheDelegateIsGone) {
+    push(card_);
+    EXPECT_EQ(card_->unknownPersonViewDelegate(), objc::Strong<>(delegate_->object()));
+    tapRow(card_, "Create New Contact");
+    leave();
+    delegate_ = {};
+    EXPECT_FALSE(card_->unknownPersonViewDelegate());
+    press(bar(form())->leftBarButtonItem());
     EXPECT_EQ(navigation().presentedViewController(), nullptr);
 }
 

@@ -2,9 +2,11 @@
 #include "tests/house/checks.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <functional>
 #include <ostream>
+#include <regex>
 
 namespace house {
 
@@ -98,6 +100,28 @@ Findings unheardProperties(const SourceTree& tree) {
         const auto first = line.find_first_not_of(' ');
         return first != std::string::npos && line.compare(first, call.size(), call) == 0;
     });
+}
+
+Findings rawReferences(const SourceTree& tree) {
+    static const std::regex handle(R"(\s+(mutable |const )*(id|objc::Object) \w+( = [^;(]*|\{[^;(]*\})?;.*)");
+    static const std::regex pointer(R"(\s+(mutable |const )*([a-z]\w*::)*[A-Z]\w*\* \w+_( = [^;(]*|\{[^;(]*\})?;.*)");
+    static const std::regex reason(R"(.*;\s*//.*(cleared|outlives).*)");
+    const auto isScreens = [](const SourceFile& file) {
+        return std::ranges::any_of(
+            std::array{"desktop/uikit", "desktop/addressbookui", "desktop/quorvel/visual", "desktop/phone"},
+            [&](const char* folder) { return file.isUnder(folder); });
+    };
+    Findings findings;
+    for (const SourceFile& file : tree.files) {
+        if (!file.isUnder("desktop") || !file.path.ends_with(".h")) continue;
+        for (std::size_t index = 0; index < file.lines.size(); ++index) {
+            const std::string& line = file.lines[index];
+            const bool isPointer = isScreens(file) && std::regex_match(line, pointer);
+            if ((!isPointer && !std::regex_match(line, handle)) || std::regex_match(line, reason)) continue;
+            findings.push_back({file.path, index + 1, "the reference is neither strong nor weak"});
+        }
+    }
+    return findings;
 }
 
 }  // namespace house

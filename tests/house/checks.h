@@ -36,4 +36,9 @@ Findings numberedReferences(const SourceTree& tree);
 // Properties whose verdict nobody looks at: a test that fails so still passes.
 Findings unheardProperties(const SourceTree& tree);
 
+// Members of the desktop's classes that refer to an object without owning it and without knowing when it goes: those of
+// the toolkit and the screens that are plain pointers and do not say in a comment that they are "cleared" or that what
+// they point to "outlives" them, and every handle, which is a plain pointer, too.
+Findings rawReferences(const SourceTree& tree);
+
 }  // namespace house

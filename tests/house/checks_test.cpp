@@ -130,3 +130,35 @@ TEST(Properties, oneThatNobodyListensToIsFound) {
     EXPECT_THAT(unheardProperties(treeOf("tests/a.cpp", "{\n    rc::check([] {\n    });\n")),
                 ElementsAre(Finding{"tests/a.cpp", 2, "the property's verdict is not looked at: EXPECT_TRUE it"}));
 }
+
+TEST(RawReferences, handlesOfAnyHeaderOfTheDesktopAreFound) {
+    for (const std::string line : {"    id delegate_ = nullptr;", "        id target;", "    objc::Object source_;",
+                                   "    mutable objc::Object source_{};  // the list's"}) {
+        EXPECT_THAT(rawReferences(treeOf("desktop/notify/a.h", "// A.\n" + line)),
+                    ElementsAre(Finding{"desktop/notify/a.h", 2, "the reference is neither strong nor weak"}))
+            << line;
+    }
+}
+
+TEST(RawReferences, pointersBetweenScreensAreFoundUnlessTheySayWhyTheyHold) {
+    EXPECT_EQ(rawReferences(treeOf("desktop/uikit/a.h", "    ViewController* contents_ = nullptr;")).size(), 1u);
+    EXPECT_EQ(
+        rawReferences(treeOf("desktop/quorvel/visual/a.h", "    uikit::Sheet* panel_ = nullptr;  // the window's"))
+            .size(),
+        1u);
+    EXPECT_THAT(rawReferences(treeOf("desktop/uikit/a.h",
+                                     "    View* superview_ = nullptr;  // cleared when it goes\n"
+                                     "    AnimationContext* outer_;  // outlives this one\n")),
+                IsEmpty());
+}
+
+TEST(RawReferences, ownersWeakReferencesFunctionsAndOtherFoldersPass) {
+    EXPECT_THAT(rawReferences(treeOf("desktop/uikit/a.h",
+                                     "    weak::Object delegate_;\n    objc::Strong<> title_;\n"
+                                     "    objc::Object title() const { return title_; }\n"
+                                     "    View* superview() const { return superview_; }\n"
+                                     "    objc::Object init();\n    TableViewCell* cell = nullptr;")),
+                IsEmpty());
+    EXPECT_THAT(rawReferences(treeOf("platform/a.h", "    id self = nullptr;")), IsEmpty());
+    EXPECT_THAT(rawReferences(treeOf("desktop/quorvel/store/a.h", "    Connection* connection_;")), IsEmpty());
+}

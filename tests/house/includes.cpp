@@ -36,6 +36,7 @@ constexpr Layer layers[] = {
      false},
     {"desktop", {"platform", "objc"}},
     {"tools", {"desktop", "platform", "objc"}},
+    {"cmake", {}},
     {"tests", {"*"}},
     {"bench", {"*"}},
 };

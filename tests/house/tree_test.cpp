@@ -41,4 +41,6 @@ TEST(ProjectTree, noLinePointsToANumberedPartOfAnotherText) {
     EXPECT_EQ(listed(numberedReferences(projectTree())), "");
 }
 
+TEST(ProjectTree, everyReferenceOfTheDesktopIsStrongOrWeak) { EXPECT_EQ(listed(rawReferences(projectTree())), ""); }
+
 TEST(ProjectTree, everyPropertysVerdictIsLookedAt) { EXPECT_EQ(listed(unheardProperties(projectTree())), ""); }

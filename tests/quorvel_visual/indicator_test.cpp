@@ -70,6 +70,18 @@ TEST_F(IndicatorTest, itLeavesTheViewAfterItsFadeAndTellsItsDelegateOnce) {
     EXPECT_TRUE(worker_->wasOnScreen);
 }
 
+TEST_F(IndicatorTest, itLeavesTheViewAfterItsDelegateIsGone) {
+    const auto hud = show();
+    hud->setDelegate(worker_->object());
+    EXPECT_EQ(hud->delegate(), objc::Strong<>(worker_->object()));
+    advance(1);
+    hud->hide(true);
+    worker_ = {};
+    EXPECT_FALSE(hud->delegate());
+    advance(1);
+    EXPECT_EQ(hud->superview(), nullptr);
+}
+
 TEST_F(IndicatorTest, aDelegateThatDoesNotAnswerIsNotAsked) {
     const auto hud = show();
     hud->setDelegate(uikit::nsString("no delegate"));

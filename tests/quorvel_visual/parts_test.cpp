@@ -140,7 +140,7 @@ class BaseControllerTest : public VisualTest {
 TEST_F(BaseControllerTest, itsViewIsATableThatAsksIt) {
     EXPECT_EQ(screen_->table(), screen_->tableView());
     EXPECT_EQ(screen_->view(), screen_->tableView());
-    EXPECT_TRUE(screen_->tableView()->dataSource() == screen_->object());
+    EXPECT_TRUE(screen_->tableView()->dataSource().get() == screen_->object());
 }
 
 TEST_F(BaseControllerTest, itKeepsItsSheet) {
@@ -187,6 +187,33 @@ TEST_F(BaseControllerTest, theSelectorRunsUnderTheIndicatorAndTheEndUnblocks) {
     EXPECT_TRUE(window()->isUserInteractionEnabled());
     EXPECT_FALSE(screen_->hud());
     EXPECT_TRUE(visibleIndicators().empty());
+}
+
+/// A screen that leaves while its indicator fades has nobody left to tell, and nobody could tap any more.
+TEST_F(BaseControllerTest, aScreenThatGoesWhileItsIndicatorFadesUnblocksTheWindow) {
+    screen_->showHudRunning(nsString("Deleting"), {}, screen_->object(), 0, objc::selector<"work">());
+    window()->setRootViewController(objc::Ref<uikit::ViewController>::make());
+    ASSERT_TRUE(settle());
+    const weak::Peer<Screen> left(screen_.get());
+    {
+        const objc::AutoreleasePool pool;
+        screen_ = {};
+    }
+    ASSERT_FALSE(left.load());
+    EXPECT_TRUE(window()->isUserInteractionEnabled());
+    advance(1);
+    EXPECT_TRUE(visibleIndicators().empty());
+}
+
+TEST_F(BaseControllerTest, aScreenThatGoesLeavesTheWindowBlockedForAnothersIndicator) {
+    const auto other = objc::Ref<Screen>::make();
+    screen_->showHud(nsString("one"));
+    screen_->hideHud();
+    window()->setRootViewController(other);
+    other->showHud(nsString("two"));
+    screen_ = {};
+    EXPECT_FALSE(window()->isUserInteractionEnabled());
+    other->hideHud();
 }
 
 /// Hears the header's buttons.
@@ -243,11 +270,14 @@ TEST_F(HeaderTest, callsBeyondTheFifthAreCounted) {
 
 TEST_F(HeaderTest, itsButtonsTellTheDelegate) {
     const auto made = header({{.date = now}});
-    const auto delegate = objc::Ref<HeaderDelegate>::make();
+    auto delegate = objc::Ref<HeaderDelegate>::make();
     made->setDelegate(objc::Object{delegate.self()});
     ASSERT_EQ(buttonsOf(made).size(), 2U);
     for (auto* button : buttonsOf(made)) button->sendActionsForControlEvents(uikit::touchUpInside);
     EXPECT_EQ(delegate->heard, (Texts{"showLogAction:", "detailsButotnClicked"}));
+    delegate = {};
+    EXPECT_FALSE(made->delegate());
+    for (auto* button : buttonsOf(made)) button->sendActionsForControlEvents(uikit::touchUpInside);
 }
 
 TEST_F(HeaderTest, aDelegateThatAnswersNothingIsSentNothing) {
@@ -255,7 +285,7 @@ TEST_F(HeaderTest, aDelegateThatAnswersNothingIsSentNothing) {
     for (const auto delegate : {objc::Object{}, nsString("no delegate")}) {
         made->setDelegate(delegate);
         for (auto* button : buttonsOf(made)) button->sendActionsForControlEvents(uikit::touchUpInside);
-        EXPECT_TRUE(made->delegate() == delegate);
+        EXPECT_TRUE(made->delegate().get() == delegate);
     }
 }
 

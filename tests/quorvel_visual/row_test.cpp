@@ -206,7 +206,31 @@ TEST_F(RowTest, aPictureThatCameLaterIsDrawnAfterSetNeedsDisplay) {
     EXPECT_EQ(middleOfPicture(), 0xFF00FF00);
 }
 
-TEST_F(RowTest, aNameIsWrittenSmallerBeforeItIsCut) {
+/// Rows under each other look alike: a long name is cut where a long number would be written smaller.
+TEST_F(RowTest, everyNameStandsInOneSize) {
+    const auto inkAboveTheMiddle = [](const std::string& name, const std::string& number) {
+        const auto made = cell({.name = name, .number = number, .label = "mobile", .date = now});
+        made->setFrame({{}, {160, 50}});
+        const graphics::Image image({160, 50}, 1);
+        graphics::Canvas canvas(image);
+        made->layoutIfNeeded();
+        made->render(canvas);
+        // The first letter's column, from the top of the row to the subtitle.
+        int height = 0;
+        for (int y = 0; y < 26; ++y) {
+            bool isInk = false;
+            for (int x = 30; x < 36; ++x) isInk |= (image.pixel(x, y) & 0xFF) < 0x80;
+            height += isInk;
+        }
+        return height;
+    };
+    const int usual = inkAboveTheMiddle("HH", "+4930");
+    ASSERT_GT(usual, 0);
+    EXPECT_EQ(inkAboveTheMiddle("HHHHHHHHHHHHHHHHHHHH", "+4930"), usual);
+    EXPECT_LT(inkAboveTheMiddle("", "HHHHHHHHHHHHHHHHHHHH"), usual);
+}
+
+TEST_F(RowTest, aNumberIsWrittenSmallerBeforeItIsCut) {
     const auto whole = graphics::Font::system(16);
     const std::string number = "+49 30 55510006";
     const double width = textWidth(number, whole);

@@ -1,5 +1,6 @@
 // The history screen's lists, texts, rows and segments.
 #include "desktop/uikit/application.h"
+#include "desktop/uikit/table_view.h"
 #include "tests/screens/history_fixture.h"
 
 namespace screens {
@@ -160,6 +161,9 @@ TEST_F(HistoryTest, withoutCallOnTapNoRowCanBeSelected) {
                                                                                rowPath(1));
     };
     EXPECT_FALSE(willSelect());
+    auto* table = objc::peerOf<uikit::TableView>(screen_->tableView());
+    EXPECT_TRUE(table->tapRow(1, 0));
+    EXPECT_FALSE(objc::peerOf<uikit::TableViewCell>(table->cellAtPath(rowPath(1)))->isHighlighted());
     setSetting("isCallOnTap_Call", "on");
     EXPECT_TRUE(willSelect());
 }

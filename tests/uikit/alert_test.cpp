@@ -36,8 +36,6 @@ class AlertTest : public ToolkitTest {
             nsString("Delete"));
         alert_->show();
     }
-    // The delegate is not retained, and an alert on its way out still tells it.
-    ~AlertTest() override { advance(1000); }
     static Button* buttonIn(View* view, std::string_view title) {
         for (const auto& each : view->subviews()) {
             auto* button = objc::peerIf<Button>(each->object());

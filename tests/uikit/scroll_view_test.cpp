@@ -36,7 +36,6 @@ class ScrollViewTest : public ToolkitTest {
         delegate_ = objc::Ref<ScrollDelegate>::make();
         scroll_->setDelegate(delegate_->object());
     }
-    ~ScrollViewTest() override { scroll_->setDelegate({}); }
 
     void drag(double from, double to, double rest) {
         touch(TouchPhase::Began, {100, from});

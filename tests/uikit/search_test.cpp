@@ -85,11 +85,7 @@ class SearchTest : public ToolkitTest {
         search_->setDelegate(delegate_->object());
         window().layoutIfNeeded();
     }
-    ~SearchTest() override {
-        search_->setActive(false);
-        search_->setDelegate({});
-        bar_->setListener({});
-    }
+    ~SearchTest() override { search_->setActive(false); }
     Names heard() { return std::exchange(delegate_->heard, {}); }
     View* results() { return objc::peerOf<View>(search_->searchResultsTableView()); }
 

@@ -1,6 +1,8 @@
 // Segmented controls by message and by touch.
 #include "desktop/uikit/segmented_control.h"
 
+#include <cmath>
+
 #include "tests/uikit/fixture.h"
 
 namespace uikit::test {
@@ -134,6 +136,51 @@ TEST_F(SegmentedControlTest, aMomentaryControlForgetsItsSelection) {
     EXPECT_EQ(control_->selectedSegmentIndex(), -1);
     EXPECT_EQ(target_->heard, (Names{"pressed:", "pressed:"}));
 }
+
+/// The content of the selected segment can be read whatever the tint and the ground behind the control.
+struct Look {
+    const char* name;
+    Color tint;
+    Color ground;
+    Color content;
+};
+
+class SelectedSegment : public SegmentedControlTest, public testing::WithParamInterface<Look> {
+  protected:
+    /// Whether the control's second segment shows a pixel of that colour.
+    bool shows(const Color& color) {
+        graphics::Image whole(window().frame().size, 1);
+        {
+            graphics::Canvas canvas(whole);
+            window().renderScreen(canvas);
+        }
+        const Rect segment = control_->segmentRect(1).translated(50, 100).inset(2, 2);
+        const auto part = [](double value) { return static_cast<std::uint32_t>(std::lround(value * 255)); };
+        const std::uint32_t wanted = 0xFF000000U | part(color.red) << 16 | part(color.green) << 8 | part(color.blue);
+        for (int y = int(segment.top()); y < int(segment.bottom()); ++y)
+            for (int x = int(segment.left()); x < int(segment.right()); ++x)
+                if (whole.pixel(x, y) == wanted) return true;
+        return false;
+    }
+};
+
+TEST_P(SelectedSegment, showsItsContent) {
+    graphics::Image icon({20, 20}, 1);
+    graphics::Canvas(icon).fill({{}, {20, 20}}, Color::black());
+    control_->setImageForSegment(uiImage(icon, "icon"), 1);
+    control_->setSelectedSegmentIndex(1);
+    objc::send<"setTintColor:">(control_->object(), uiColor(GetParam().tint));
+    window().setBackgroundColor(uiColor(GetParam().ground));
+    EXPECT_TRUE(shows(GetParam().tint));
+    EXPECT_TRUE(shows(GetParam().content));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    On, SelectedSegment,
+    testing::Values(Look{"aDarkTintIsWhite", palette::brand, Color::fromHex(0xC9C9CE), Color::white()},
+                    Look{"aWhiteTintHasTheColourBehind", Color::white(), palette::brand, palette::brand},
+                    Look{"aWhiteTintOnWhiteIsBlack", Color::white(), Color::white(), Color::black()}),
+    [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
 }  // namespace uikit::test

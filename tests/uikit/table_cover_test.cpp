@@ -38,10 +38,6 @@ class TableCoverTest : public ToolkitTest {
         table_->setDelegate(rows_->object());
         window().layoutIfNeeded();
     }
-    ~TableCoverTest() override {
-        table_->setDataSource({});
-        table_->setDelegate({});
-    }
 
     objc::Ref<Rows> rows_;
     objc::Ref<TableView> table_;

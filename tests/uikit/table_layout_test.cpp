@@ -61,10 +61,6 @@ class TableLayoutTest : public ToolkitTest {
         table_->setDataSource(source_->object());
         table_->setDelegate(source_->object());
     }
-    ~TableLayoutTest() override {
-        table_->setDelegate({});
-        table_->setDataSource({});
-    }
     void show(std::vector<SectionPlan> plan) {
         source_->plan = std::move(plan);
         table_->reloadData();

@@ -66,10 +66,6 @@ class TableReuseTest : public ToolkitTest {
         table_->setDelegate(source_->object());
         window().layoutIfNeeded();
     }
-    ~TableReuseTest() override {
-        table_->setDelegate({});
-        table_->setDataSource({});
-    }
     void reload(long rows) {
         source_->rows = rows;
         table_->reloadData();

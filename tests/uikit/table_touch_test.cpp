@@ -17,12 +17,17 @@ class NameSource : public objc::PeerBase {
             .method<"tableView:cellForRowAtIndexPath:", &NameSource::cell>()
             .method<"tableView:canEditRowAtIndexPath:", &NameSource::canEdit>()
             .method<"tableView:commitEditingStyle:forRowAtIndexPath:", &NameSource::commit>()
+            .method<"tableView:willSelectRowAtIndexPath:", &NameSource::willSelect>()
             .method<"tableView:didSelectRowAtIndexPath:", &NameSource::selected>()
             .method<"tableView:accessoryButtonTappedForRowWithIndexPath:", &NameSource::accessory>()
             .method<"tableView:willBeginEditingRowAtIndexPath:", &NameSource::willEdit>()
             .method<"tableView:didEndEditingRowAtIndexPath:", &NameSource::didEdit>();
     }
     long rowCount(objc::Object, long) { return static_cast<long>(names.size()); }
+    objc::Object willSelect(objc::Object, objc::Object path) {
+        if (!selectedInstead) return path;
+        return *selectedInstead < 0 ? objc::Object{} : indexPath({0, *selectedInstead});
+    }
     objc::Object cell(objc::Object, objc::Object path) {
         auto made = objc::Ref<TableViewCell>::make<"initWithStyle:reuseIdentifier:">(0L, nsString("row"));
         made->textLabel()->setString(nameAt(path));
@@ -45,6 +50,7 @@ class NameSource : public objc::PeerBase {
     Names names{"ada", "bob", "fixed", "cleo"};
     long accessoryType = TableViewCell::detailButton;
     Names heard;
+    std::optional<long> selectedInstead;  // a negative row refuses the selection
 };
 
 class TableTouchTest : public ToolkitTest {
@@ -56,10 +62,6 @@ class TableTouchTest : public ToolkitTest {
         table_->setDataSource(source_->object());
         table_->setDelegate(source_->object());
         window().layoutIfNeeded();
-    }
-    ~TableTouchTest() override {
-        table_->setDelegate({});
-        table_->setDataSource({});
     }
     Names heard() { return std::exchange(source_->heard, {}); }
     Names shown() {
@@ -87,6 +89,32 @@ TEST_F(TableTouchTest, aTapSelectsItsRowUntilItIsDeselected) {
     table_->deselectRow(indexPath({0, 1}), false);
     EXPECT_FALSE(table_->pathOfSelectedRow());
     EXPECT_FALSE(cellAt(1)->isHighlighted());
+}
+
+TEST_F(TableTouchTest, aSelectionThatTheDelegateRefusesLeavesNoHighlight) {
+    source_->selectedInstead = -1;
+    tap({100, 66});
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+    EXPECT_TRUE(table_->tapRow(1, 0));
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+    EXPECT_FALSE(table_->pathOfSelectedRow());
+    EXPECT_EQ(heard(), Names{});
+}
+
+TEST_F(TableTouchTest, theDelegateMayHaveAnotherRowSelected) {
+    source_->selectedInstead = 3;
+    tap({100, 66});
+    EXPECT_EQ(heard(), Names{"select cleo"});
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+    EXPECT_TRUE(cellAt(3)->isHighlighted());
+}
+
+TEST_F(TableTouchTest, oneRowIsSelectedAtATime) {
+    tap({100, 66});
+    tap({100, 22});
+    EXPECT_TRUE(cellAt(0)->isHighlighted());
+    EXPECT_FALSE(cellAt(1)->isHighlighted());
+    EXPECT_EQ(placeOf(table_->pathOfSelectedRow()), (RowPlace{0, 0}));
 }
 
 TEST_F(TableTouchTest, aFingerThatLeavesItsRowSelectsNothing) {

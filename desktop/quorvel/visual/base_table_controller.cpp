@@ -1,6 +1,8 @@
 // QVBaseTableViewController.
 #include "desktop/quorvel/visual/base_table_controller.h"
 
+#include <algorithm>
+
 #include "desktop/quorvel/visual/sources.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
@@ -30,6 +32,11 @@ void BaseTableController::define(objc::ClassDefinition<BaseTableController>& def
         .method<"showHUD:detailText:delegate:mode:selector:", &BaseTableController::showHudRunning>()
         .method<"hideHUD", &BaseTableController::hideHud>()
         .method<"hudWasHidden:", &BaseTableController::hudWasHidden>();
+}
+
+BaseTableController::~BaseTableController() {
+    const auto isAnothers = [this](const ProgressHud* each) { return each != hud_.get(); };
+    if (hud_ && std::ranges::none_of(visibleIndicators(), isAnothers)) setBlocked(false);
 }
 
 void BaseTableController::viewDidLoad() {

@@ -13,6 +13,8 @@ class BaseTableController : public uikit::TableViewController {
     using Super = uikit::TableViewController;
     static constexpr objc::Name className{"QVBaseTableViewController"};
     static void define(objc::ClassDefinition<BaseTableController>& definition);
+    /// A screen that goes while its indicator shows unblocks the window.
+    ~BaseTableController() override;
 
     /// Makes the search display controller, whose delegates and data source are the screen. The search bar, with four
     /// scopes, stands in the list only when a subclass makes it the table's header view.

@@ -41,34 +41,34 @@ void BlockActionSheet::addButton(objc::Object title, const void* block) {
 /// block often holds the screen that holds the sheet: kept any longer, neither would ever be freed.
 struct BlockActionSheet::Shown {
     objc::Ref<BlockActionSheet> sheet;
-    uikit::Sheet* panel = nullptr;
+    bool ended = false;
 
     explicit Shown(BlockActionSheet* owner) : sheet(owner) {}
     Shown(const Shown&) = delete;
     Shown& operator=(const Shown&) = delete;
     ~Shown() { end(); }
     /// The blocks, the first time.
-    Blocks end() const {
-        if (sheet->panel_ != panel) return {};
-        sheet->panel_ = nullptr;
+    Blocks end() {
+        if (std::exchange(ended, true)) return {};
+        sheet->panel_ = {};
         return std::exchange(sheet->blocks_, {});
     }
 };
 
 void BlockActionSheet::showInView(uikit::View* view) {
     uikit::Window* window = view && view->window() ? view->window() : uikit::Application::shared()->keyWindow();
-    if (!window || panel_) return;
+    if (!window || panel_.load()) return;
     const auto shown = std::make_shared<Shown>(this);
-    panel_ = uikit::Sheet::present(window, content_, [shown](long index) {
+    const auto panel = uikit::Sheet::present(window, content_, [shown](long index) {
         const auto blocks = shown->end();
         if (index < 0 || static_cast<std::size_t>(index) >= blocks.size()) return;
         if (const auto& block = blocks[static_cast<std::size_t>(index)]) block();
     });
-    shown->panel = panel_;
+    if (!shown->ended) panel_ = panel.get();
 }
 
 void BlockActionSheet::dismissWithClickedButtonIndexAnimated(long index, bool animated) {
-    if (const objc::Ref<uikit::Sheet> panel{panel_}) panel->dismiss(index, animated);
+    if (const auto panel = panel_.load()) panel->dismiss(index, animated);
 }
 
 }  // namespace quorvel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/uikit/sheet.h"
+#include "desktop/weak/weak.h"
 
 namespace quorvel {
 
@@ -30,7 +31,7 @@ class BlockActionSheet : public objc::PeerBase {
 
     uikit::Sheet::Content content_;
     Blocks blocks_;
-    uikit::Sheet* panel_ = nullptr;  // the window's; null while none shows
+    weak::Peer<uikit::Sheet> panel_;  // null while none shows
 };
 
 }  // namespace quorvel

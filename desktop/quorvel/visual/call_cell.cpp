@@ -46,6 +46,7 @@ void CallCell::setCallEntry(objc::Object entry) {
     facts_ = readCall(entry);
     showsPictures_ = sources().showsPictures();
     picture_ = {};
+    if (showsPictures_) tone_ = pictureTone(facts_.contact, facts_.number);
     lookUpPicture();
     refresh();
 }
@@ -123,7 +124,7 @@ void CallCell::drawCall(graphics::Canvas& canvas, uikit::Size size) const {
     double left = textLeft;
     if (showsPictures_) {
         const Rect circle{{left, middle - pictureSide / 2}, {pictureSide, pictureSide}};
-        drawContactPicture(canvas, circle, picture_, text.initials, facts_.contact);
+        drawContactPicture(canvas, circle, picture_, text.initials, tone_);
         left += pictureSide + pictureGap;
     }
     const double edge = textEdge(size);
@@ -131,7 +132,9 @@ void CallCell::drawCall(graphics::Canvas& canvas, uikit::Size size) const {
     const double titleMiddle = text.subtitle.empty() ? middle : middle - titleRise;
     const double countWidth = text.count.empty() ? 0 : textWidth(text.count, countFont) + smallGap;
     const uikit::Color color = titleColor(facts_.direction);
-    const Font fitted = fittedFont(text.title, titleFont, smallestTitle, right - countWidth - left);
+    // Names stand in one size in all rows; a number that is cut cannot be read.
+    const Font fitted =
+        facts_.name.empty() ? fittedFont(text.title, titleFont, smallestTitle, right - countWidth - left) : titleFont;
     const double end = drawLine(canvas, text.title, {left, titleMiddle}, right - countWidth, fitted, color);
     if (countWidth > 0) drawLine(canvas, text.count, {end + smallGap, titleMiddle}, right, countFont, color);
     double subtitleLeft = left;

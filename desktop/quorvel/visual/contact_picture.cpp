@@ -10,6 +10,7 @@
 #include <iterator>
 #include <vector>
 
+#include "desktop/addressbook/numbers.h"
 #include "desktop/graphics/icons.h"
 #include "desktop/graphics/text.h"
 
@@ -52,8 +53,17 @@ std::string initialsOf(const std::string& name) {
     return initials.toUpper().toUTF8String(result);
 }
 
+unsigned pictureTone(int record, const std::string& address) {
+    if (record > 0) return static_cast<unsigned>(record);
+    // FNV-1a: the same in every process and on every machine.
+    unsigned hash = 2166136261U;
+    for (const char letter : contacts::keyOf(address).text)
+        hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619U;
+    return hash;
+}
+
 void drawContactPicture(graphics::Canvas& canvas, const graphics::Rect& circle, const graphics::Image& image,
-                        const std::string& initials, int record) {
+                        const std::string& initials, unsigned tone) {
     const double side = circle.width();
     if (image) {
         const graphics::SavedState saved(canvas);
@@ -68,7 +78,7 @@ void drawContactPicture(graphics::Canvas& canvas, const graphics::Rect& circle, 
         graphics::drawSymbol(canvas, graphics::Symbol::Person, circle.inset(inset, inset), Color::white());
         return;
     }
-    canvas.fillCircle(circle.centre(), side / 2, grounds[static_cast<unsigned>(record) % std::size(grounds)]);
+    canvas.fillCircle(circle.centre(), side / 2, grounds[tone % std::size(grounds)]);
     graphics::TextStyle style;
     style.font = graphics::Font::system(side * 0.41, graphics::Weight::Medium);
     style.alignment = graphics::Alignment::Centre;

@@ -11,8 +11,12 @@ namespace quorvel {
 /// letters join or a letter is a word. Empty where the name has no letters.
 std::string initialsOf(const std::string& name);
 
-/// Draws the image, cut round; without one the initials on a muted colour that `record` picks, or the figure.
+/// Which muted colour stands behind a caller's initials: that of the contact with this record, or, where that is below
+/// 1, of the address in any of its forms. A caller has the same one in every list and on every card. Any thread.
+unsigned pictureTone(int record, const std::string& address);
+
+/// Draws the image, cut round; without one the initials on the colour that `tone` picks, or the figure.
 void drawContactPicture(graphics::Canvas& canvas, const graphics::Rect& circle, const graphics::Image& image,
-                        const std::string& initials, int record);
+                        const std::string& initials, unsigned tone);
 
 }  // namespace quorvel

@@ -121,13 +121,15 @@ std::vector<std::string> PersonHeader::drawnTexts() const {
 }
 
 void PersonHeader::showHistory(objc::Object button) {
-    if (delegate_ && objc::respondsTo(delegate(), objc::selector<"showLogAction:">()))
-        objc::send<"showLogAction:">(delegate(), button);
+    const auto receiver = delegate();
+    if (receiver && objc::respondsTo(receiver, objc::selector<"showLogAction:">()))
+        objc::send<"showLogAction:">(receiver, button);
 }
 
 void PersonHeader::showDetails() {
-    if (delegate_ && objc::respondsTo(delegate(), objc::selector<"detailsButotnClicked">()))
-        objc::send<"detailsButotnClicked">(delegate());
+    const auto receiver = delegate();
+    if (receiver && objc::respondsTo(receiver, objc::selector<"detailsButotnClicked">()))
+        objc::send<"detailsButotnClicked">(receiver);
 }
 
 }  // namespace quorvel

@@ -6,6 +6,7 @@
 
 #include "desktop/quorvel/visual/call_facts.h"
 #include "desktop/uikit/button.h"
+#include "desktop/weak/weak.h"
 
 namespace quorvel {
 
@@ -21,8 +22,8 @@ class PersonHeader : public uikit::View {
     /// An NSArray of QVCallEntry, newest first. The view grows or shrinks to the height that it needs.
     void setCallRecords(objc::Object records);
     objc::Object callRecords() const { return records_; }
-    objc::Object delegate() const { return objc::Object{delegate_}; }
-    void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> delegate() const { return delegate_.load(); }
+    void setDelegate(objc::Object delegate) { delegate_ = delegate; }
 
     uikit::Size sizeThatFits(uikit::Size size) override;
     void layoutSubviews() override;
@@ -44,7 +45,7 @@ class PersonHeader : public uikit::View {
     std::string day_;
     std::vector<Line> lines_;
     std::string more_;  // "+12", the calls that there is no room for
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     objc::Ref<uikit::Button> history_;
     objc::Ref<uikit::Button> details_;
 };

@@ -131,7 +131,7 @@ void ProgressHud::hide(bool animated) {
 void ProgressHud::ended() {
     const objc::Ref<ProgressHud> me(this);
     indicator_->stopAnimating();
-    const objc::Object receiver = delegate();
+    const auto receiver = delegate();
     if (receiver && objc::respondsTo(receiver, objc::selector<"hudWasHidden:">()))
         objc::send<"hudWasHidden:">(receiver, object());
     removeFromSuperview();

@@ -7,6 +7,7 @@
 #include "desktop/uikit/activity_indicator.h"
 #include "desktop/uikit/animation.h"
 #include "desktop/uikit/label.h"
+#include "desktop/weak/weak.h"
 
 namespace quorvel {
 
@@ -30,8 +31,8 @@ class ProgressHud : public uikit::View {
     void setLabelText(objc::Object text);
     objc::Object detailsLabelText() const { return details_->text(); }
     void setDetailsLabelText(objc::Object text);
-    objc::Object delegate() const { return objc::Object{delegate_}; }
-    void setDelegate(objc::Object delegate) { delegate_ = delegate.self; }
+    objc::Strong<> delegate() const { return delegate_.load(); }
+    void setDelegate(objc::Object delegate) { delegate_ = delegate; }
     int mode() const { return mode_; }
     /// 0 turns an activity indicator; any other mode shows the texts alone.
     void setMode(int mode);
@@ -63,7 +64,7 @@ class ProgressHud : public uikit::View {
     float opacity_ = 0.8F;
     int mode_ = 0;
     bool leaving_ = false;
-    id delegate_ = nullptr;
+    weak::Object delegate_;
     uikit::AnimationToken animation_ = 0;
 };
 
