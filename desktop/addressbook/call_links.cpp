@@ -38,7 +38,7 @@ std::optional<Caller> callerOf(const std::string& address) {
     const auto& values = contact->list(match->property);
     const auto index = static_cast<std::size_t>(match->index);
     const std::string label = index < values.size() ? values[index].label : std::string();
-    return Caller{match->record, compositeName(*contact), label::forPeople(label, language())};
+    return Caller{match->record, compositeName(*contact), label::inLog(label)};
 }
 
 std::optional<std::string> linkCalls(CallStore& calls) {

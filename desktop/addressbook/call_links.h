@@ -12,7 +12,7 @@ namespace contacts {
 struct Caller {
     int record = quorvel::store::noContact;
     std::string name;
-    std::string label;  ///< as people read it
+    std::string label;  ///< as the log holds it: label::inLog()
 };
 /// By the open book. Nothing where the address is nobody's, or access is denied. Any thread; off the main thread where
 /// contacts may have just changed, because then all their numbers are looked at.

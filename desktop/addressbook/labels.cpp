@@ -64,6 +64,26 @@ std::size_t indexOf(std::string_view language) {
     return at == languages.end() ? 0 : static_cast<std::size_t>(at - languages.begin());
 }
 
+/// The language of the words that stand for known labels in the call log.
+constexpr std::string_view logLanguage = "en";
+
+/// The label that the text is, or is a word for in one of the languages; null for an own label.
+const Known* knownAs(std::string_view text) {
+    const auto* found = std::ranges::find_if(known, [text](const Known& each) {
+        return text == each.label || std::ranges::find(each.words, text) != std::end(each.words);
+    });
+    return found == std::end(known) ? nullptr : found;
+}
+
+/// The word between the marks of a label that is not known here; any other label as it is.
+std::string unmarked(std::string_view label) {
+    if (!label.starts_with("_$!<") || !label.ends_with(">!$_") || label.size() < 8) return std::string(label);
+    std::string word(label.substr(4, label.size() - 8));
+    std::ranges::transform(word, word.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return word;
+}
+
 }  // namespace
 
 std::string ofTypes(const vcard::Property& property) {
@@ -102,11 +122,17 @@ bool addTypes(vcard::Property& property, std::string_view label) {
 std::string forPeople(std::string_view label, std::string_view language) {
     const auto* found = std::ranges::find_if(known, [label](const Known& each) { return label == each.label; });
     if (found != std::end(known)) return found->words[indexOf(language)];
-    if (!label.starts_with("_$!<") || !label.ends_with(">!$_") || label.size() < 8) return std::string(label);
-    std::string word(label.substr(4, label.size() - 8));
-    std::ranges::transform(word, word.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return word;
+    return unmarked(label);
+}
+
+std::string inLog(std::string_view label) {
+    const Known* found = knownAs(label);
+    return found ? found->words[indexOf(logLanguage)] : unmarked(label);
+}
+
+std::string ofLog(std::string_view text, std::string_view language) {
+    const Known* found = knownAs(text);
+    return found ? found->words[indexOf(language)] : unmarked(text);
 }
 
 std::string ofProperty(Property property, std::string_view language) {

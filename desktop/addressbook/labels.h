@@ -33,6 +33,14 @@ bool addTypes(vcard::Property& property, std::string_view label);
 /// its marks.
 std::string forPeople(std::string_view label, std::string_view language);
 
+/// The form in which the call log and its exports hold a label, the same in every language: the English word of a known
+/// label ("mobile"), given as the address book has it or as a word of any language here; an own label as it is.
+std::string inLog(std::string_view label);
+
+/// What the log holds, for people in that language. Words of another language, which former versions stored, are
+/// understood; an own label is answered as it is.
+std::string ofLog(std::string_view text, std::string_view language);
+
 /// The property's name for people in that language ("Phone"); empty for those that are not shown by name.
 std::string ofProperty(Property property, std::string_view language);
 

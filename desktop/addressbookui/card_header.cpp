@@ -74,7 +74,7 @@ void CardHeader::draw(graphics::Canvas& canvas) {
     const double width = bounds().size.width;
     const double height = topHeight(width);
     const uikit::Rect circle{{margin, (height - pictureSide) / 2}, {pictureSide, pictureSide}};
-    quorvel::drawContactPicture(canvas, circle, content_.picture, quorvel::initialsOf(content_.name), content_.tone);
+    quorvel::drawContactPicture(canvas, circle, content_.picture, content_.initials, content_.tone);
     const double left = margin + pictureSide + gap;
     double text = graphics::measureText(content_.name, nameStyle(), textWidth(width)).height;
     double total = text;

@@ -21,10 +21,13 @@ class CardHeader : public uikit::View {
         /// Which colour stands behind the initials, see quorvel::pictureTone().
         unsigned tone = 0;
         std::string name;
+        /// Letters in place of a picture; empty for the figure of people nobody knows.
+        std::string initials;
         /// Small lines below the name.
         std::vector<std::string> lines;
     };
     void setContent(Content content);
+    const Content& content() const { return content_; }
     /// Null for none. The view keeps the height that it has, and takes the header's width.
     void setAddedView(uikit::View* view);
     /// Gives the header the height that it needs now; answers whether it has changed.

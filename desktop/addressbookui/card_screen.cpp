@@ -4,6 +4,7 @@
 #include "desktop/addressbook/numbers.h"
 #include "desktop/addressbookui/words.h"
 #include "desktop/quorvel/visual/contact_picture.h"
+#include "desktop/quorvel/visual/sources.h"
 #include "desktop/uikit/application.h"
 
 namespace addressbookui {
@@ -103,6 +104,10 @@ void CardScreen::reload() {
     tableView()->reloadData();
 }
 
+std::string CardScreen::unknownText() { return quorvel::sources().text("UNKNOWN"); }
+
+std::string CardScreen::nobodysName() const { return say(Word::noName); }
+
 void CardScreen::showHeader() {
     CardHeader::Content content;
     content.picture = pictureOf(contact_);
@@ -110,16 +115,22 @@ void CardScreen::showHeader() {
     const std::string own = ownName(contact_);
     const auto addresses = callersAddresses(contact_);
     content.tone = quorvel::pictureTone(contact_.record, addresses.empty() ? std::string() : addresses.front());
+    const bool hasName = !own.empty() || !alternate.empty();
+    const bool isSomebody = hasName || !addresses.empty();
     content.name = !own.empty()         ? own
                    : !alternate.empty() ? alternate
                    : !addresses.empty() ? contacts::formattedNumber(addresses.front())
-                                        : say(Word::noName);
+                                        : nobodysName();
+    if (isSomebody) content.initials = quorvel::initialsOf(content.name);
     if (!own.empty() && !alternate.empty() && alternate != own) content.lines.push_back(alternate);
     const std::string& job = contact_.text(Property::jobTitle);
     const std::string& company = contact_.text(Property::organization);
     if (!job.empty()) content.lines.push_back(job);
     if (!company.empty() && company != content.name) content.lines.push_back(company);
-    if (const std::string message = uikit::utf8(message_); !message.empty()) content.lines.push_back(message);
+    // Of somebody with a name, "unknown" says nothing; of nobody, it stands in place of the name already.
+    const std::string message = uikit::utf8(message_);
+    const bool saysNothing = message == unknownText() && (hasName || !isSomebody);
+    if (!message.empty() && !saysNothing) content.lines.push_back(message);
     header_->setContent(std::move(content));
     header_->setAddedView(headerView_);
     header_->fit(tableView()->bounds().size.width);

@@ -35,6 +35,7 @@ class CardScreen : public uikit::TableViewController {
     /// In place of the name where the person has none of their own, else below it.
     objc::Object alternateName() const { return alternateName_; }
     void setAlternateName(objc::Object name);
+    /// A line below the name. The product's word for what is not known is left out beside a name.
     objc::Object message() const { return message_; }
     void setMessage(objc::Object message);
     /// Sending messages, FaceTime, sharing and favourites.
@@ -69,6 +70,10 @@ class CardScreen : public uikit::TableViewController {
     /// The person as they are now.
     const contacts::Contact& contact() const { return contact_; }
     addressbook::Record* record() const;
+    /// What stands in for the name of a person with neither a name nor an address.
+    virtual std::string nobodysName() const;
+    /// The product's word for a caller or a place that is not known.
+    static std::string unknownText();
     virtual std::vector<CardSection> sections() { return {{{}, valueRows()}}; }
     virtual CardRow::Emphasis emphasisOf(const CardValue&) const { return CardRow::Emphasis::none; }
     /// Asks the delegate before a value is called or written to.

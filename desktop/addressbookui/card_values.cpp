@@ -103,7 +103,9 @@ std::vector<CardValue> cardValues(const Contact& contact, const std::vector<Prop
         for (const auto& value : contact.list(property)) {
             const std::string label = contacts::label::forPeople(value.label, language);
             const std::string text = textOf(value, property);
-            values.push_back({property, index++, value.identifier, label.empty() ? name : label, text,
+            const int place = index++;
+            if (text.empty()) continue;
+            values.push_back({property, place, value.identifier, label.empty() ? name : label, text,
                               value.parts.empty() ? value.text : text});
         }
     }

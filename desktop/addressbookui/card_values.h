@@ -22,7 +22,8 @@ struct CardValue {
     bool operator==(const CardValue&) const = default;
 };
 
-/// The values in the order of the card, those of the displayed properties alone where there are any. Labels and dates
+/// The values in the order of the card, those of the displayed properties alone where there are any. An empty value, as
+/// a withheld number has, is left out, and still counts for the index of those behind it. Labels and dates
 /// are in contacts::language(), numbers as contacts::formattedNumber() writes them.
 std::vector<CardValue> cardValues(const contacts::Contact& contact, const std::vector<contacts::Property>& displayed);
 

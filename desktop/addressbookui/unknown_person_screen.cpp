@@ -37,12 +37,14 @@ bool UnknownPersonScreen::mayOpen(const CardValue& value) {
 }
 
 std::vector<CardSection> UnknownPersonScreen::sections() {
+    auto values = valueRows();
     std::vector<CardRow> adding;
-    if (adding_ && !resolved_) {
+    // Of a withheld number there is nothing that a contact could be known by.
+    if (adding_ && !resolved_ && !values.empty()) {
         adding.push_back(button(say(Word::createNewContact), [this] { createContact(); }));
         adding.push_back(button(say(Word::addToExistingContact), [this] { addToContact(); }));
     }
-    return {{{}, valueRows()}, {{}, std::move(adding)}, {{}, actionRows()}, {{}, blockingRows()}};
+    return {{{}, std::move(values)}, {{}, std::move(adding)}, {{}, actionRows()}, {{}, blockingRows()}};
 }
 
 bool UnknownPersonScreen::canAdd() {

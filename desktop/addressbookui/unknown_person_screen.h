@@ -29,6 +29,7 @@ class UnknownPersonScreen : public CardScreen {
 
   protected:
     std::vector<CardSection> sections() override;
+    std::string nobodysName() const override { return unknownText(); }
     bool mayOpen(const CardValue& value) override;
 
   private:

@@ -4,7 +4,9 @@
 #include <hb-ot.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <functional>
+#include <mutex>
 
 namespace graphics {
 
@@ -98,6 +100,7 @@ double letterHeight(PangoContext* context, const PangoFontDescription* descripti
 bool hasOutlines(PangoLayoutLine* line) {
     for (GSList* run = line->runs; run != nullptr; run = run->next) {
         PangoFont* font = static_cast<PangoLayoutRun*>(run->data)->item->analysis.font;
+        if (font == nullptr) continue;  // a machine without fonts
         hb_face_t* face = hb_font_get_face(pango_font_get_hb_font(font));
         if (hb_ot_color_has_png(face) || hb_ot_color_has_layers(face) || hb_ot_color_has_svg(face)) return false;
     }
@@ -113,6 +116,15 @@ void addLines(TextLayout& layout, PangoLayout* source, int limit) {
         const bool rightToLeft = pango_layout_line_get_resolved_direction(line) == PANGO_DIRECTION_RTL;
         layout.lines.push_back({line, extents.width / unit, rightToLeft, hasOutlines(line)});
     }
+}
+
+/// Once.
+void sayThatFontsAreMissing() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        std::fputs("No font can be loaded: texts are drawn as boxes. Install a font, for instance fonts-inter.\n",
+                   stderr);
+    });
 }
 
 }  // namespace
@@ -233,6 +245,8 @@ FontMetrics TextEngine::readMetrics(const Font& font) {
         result.descender = pango_font_metrics_get_descent(metrics) / unit;
         pango_font_metrics_unref(metrics);
         g_object_unref(loaded);
+    } else {
+        sayThatFontsAreMissing();
     }
     result.capHeight = letterHeight(context_.get(), description.get(), "H");
     result.xHeight = letterHeight(context_.get(), description.get(), "x");

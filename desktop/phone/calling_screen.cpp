@@ -3,6 +3,8 @@
 
 #include "desktop/addressbook/book.h"
 #include "desktop/addressbook/call_links.h"
+#include "desktop/addressbook/labels.h"
+#include "desktop/addressbook/names.h"
 #include "desktop/addressbook/numbers.h"
 #include "desktop/addressbookui/people.h"
 #include "desktop/dispatch/clock.h"
@@ -103,7 +105,8 @@ void CallingScreen::begin(const OpenedAddress& address) {
     if (const auto caller = contacts::callerOf(address.target)) {
         record_ = caller->record;
         name_ = caller->name;
-        number_ = caller->label.empty() ? formatted : caller->label + "  " + formatted;
+        const std::string label = contacts::label::ofLog(caller->label, contacts::language());
+        number_ = label.empty() ? formatted : label + "  " + formatted;
         if (const auto contact = contacts::Book::shared().contact(record_))
             picture_ = addressbookui::pictureOf(*contact);
     } else {

@@ -14,6 +14,7 @@
 #include "desktop/phone/calling_screen.h"
 #include "desktop/phone/host_call_log.h"
 #include "desktop/phone/keypad_screen.h"
+#include "desktop/phone/opened_address.h"
 #include "desktop/phone/phone_application.h"
 #include "desktop/phone/recents_screen.h"
 #include "desktop/phone/samples.h"
@@ -96,6 +97,8 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     substrate::trace::describe("hideHUD:afterDelay:", "v@:Cd");
     auto* application = uikit::Application::makeShared(objc::classOf<uikit::Application>());
     application->setUrlOpener([openUrls = options.openUrls](const std::string& address) {
+        // A withheld number is an empty one: there is nobody to call.
+        if (!reachesSomebody(address)) return false;
         noteUrl(address);
         return takeAddress(address, openUrls);
     });

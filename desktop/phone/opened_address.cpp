@@ -56,6 +56,12 @@ std::optional<OpenedAddress> readAddress(std::string_view address) {
     return OpenedAddress{scheme->kind, unescaped(target.substr(0, target.find('?')))};
 }
 
+bool reachesSomebody(std::string_view address) {
+    constexpr std::string_view marks = " \t()-./+_";
+    const auto read = readAddress(address);
+    return !read || read->target.find_first_not_of(marks) != std::string::npos;
+}
+
 bool isCall(Kind kind) { return kind != Kind::message && kind != Kind::mail; }
 
 }  // namespace phone

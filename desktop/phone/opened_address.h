@@ -20,6 +20,10 @@ struct OpenedAddress {
 /// follows a "?" is left out. Nothing for another scheme.
 std::optional<OpenedAddress> readAddress(std::string_view address);
 
+/// False for an address that readAddress() understands and whose target is empty or has nothing but blanks and marks
+/// of punctuation. True for addresses of other schemes.
+bool reachesSomebody(std::string_view address);
+
 bool isCall(OpenedAddress::Kind kind);
 
 }  // namespace phone

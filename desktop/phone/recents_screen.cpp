@@ -1,10 +1,20 @@
 // The host's own Recents list.
 #include "desktop/phone/recents_screen.h"
 
+#include "desktop/addressbook/address_book.h"
+#include "desktop/addressbook/call_links.h"
+#include "desktop/addressbook/labels.h"
+#include "desktop/addressbook/names.h"
+#include "desktop/addressbook/number_index.h"
+#include "desktop/addressbook/numbers.h"
+#include "desktop/addressbookui/person_screen.h"
+#include "desktop/addressbookui/unknown_person_screen.h"
 #include "desktop/phone/call_time.h"
 #include "desktop/phone/phone_text.h"
+#include "desktop/quorvel/services/contact_source.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/bar_items.h"
+#include "desktop/uikit/navigation_controller.h"
 #include "desktop/uikit/table_view_cell.h"
 
 namespace phone {
@@ -17,9 +27,51 @@ constexpr long subtitleStyle = 3;
 constexpr long deleteStyle = 1;
 constexpr long noAnimation = 5;
 
+std::string titleOf(const HostCall& call) {
+    if (!call.name.empty()) return call.name;
+    return call.address.empty() ? phoneText("UNKNOWN") : call.address;
+}
+
 std::size_t rowOf(objc::Object path) { return static_cast<std::size_t>(objc::send<"row", long>(path)); }
 
+objc::Ref<addressbookui::PersonScreen> cardOfPerson(const void* person, const std::string& address) {
+    auto card = objc::Ref<addressbookui::ModernPersonScreen>::make();
+    card->setDisplayedPerson(person);
+    card->setAllowsEditing(true);
+    card->setAllowsActions(true);
+    card->setAllowsSharing(true);
+    card->setAllowsContactBlocking(true);
+    card->setAllowsAddToFavorites(true);
+    const int number = contacts::indexOfAddress(quorvel::numbersOf(person), address);
+    const int email = contacts::indexOfAddress(quorvel::emailsOf(person), address);
+    if (number >= 0)
+        card->highlight(kABPersonPhoneProperty, number);
+    else
+        card->highlight(kABPersonEmailProperty, email);
+    return objc::Ref<addressbookui::PersonScreen>(card.get());
+}
+
+/// Nobody's card; of a withheld number one without a number.
+objc::Ref<addressbookui::UnknownPersonScreen> cardOfNumber(const HostCall& call) {
+    const std::string& address = call.address;
+    contacts::Contact caller;
+    const bool isEmail = contacts::isEmailAddress(address);
+    const auto property = isEmail ? contacts::Property::email : contacts::Property::phone;
+    const char* label = isEmail ? contacts::label::home : contacts::label::mobile;
+    if (!address.empty()) caller.lists[property].push_back({0, label, address, {}});
+    auto card = objc::Ref<addressbookui::ModernUnknownPersonScreen>::make();
+    card->setPrimaryProperty(static_cast<int>(property));
+    card->setDisplayedPerson(addressbook::Record::of(std::move(caller)).self());
+    if (!call.name.empty()) card->setAlternateName(uikit::nsString(call.name));
+    card->setMessage(uikit::nsString(contacts::placeOf(address, contacts::language())));
+    card->setAllowsActions(true);
+    card->setAllowsContactBlocking(true);
+    return objc::Ref<addressbookui::UnknownPersonScreen>(card.get());
+}
+
 }  // namespace
+
+RecentsScreen::~RecentsScreen() { objc::peerOf<uikit::NavigationItem>(navigationItem())->setRightButtonTaken({}); }
 
 void RecentsScreen::define(objc::ClassDefinition<RecentsScreen>& definition) {
     definition.method<"table", &RecentsScreen::table>()
@@ -64,7 +116,11 @@ void RecentsScreen::viewDidLoad() {
     filter_->setFrame({{0, 0}, {filterWidth, uikit::SegmentedControl::height}});
     filter_->setSelectedSegmentIndex(0);
     filter_->addTargetActionForControlEvents(object(), objc::selector<"filterChanged:">(), uikit::valueChanged);
-    objc::peerOf<uikit::NavigationItem>(navigationItem())->setTitleView(filter_);
+    auto* item = objc::peerOf<uikit::NavigationItem>(navigationItem());
+    item->setTitleView(filter_);
+    item->setRightButtonTaken([this] {
+        if (std::exchange(showsEdit_, false)) objc::send<"_updateNavBarButtons">(object());
+    });
     reload();
 }
 
@@ -97,6 +153,7 @@ void RecentsScreen::toggleEditing() {
 
 void RecentsScreen::updateNavigationBarButtons() {
     auto* item = objc::peerOf<uikit::NavigationItem>(navigationItem());
+    showsEdit_ = false;
     if (calls_.empty()) {
         item->setRightBarButtonItem(nullptr);
         return;
@@ -104,6 +161,7 @@ void RecentsScreen::updateNavigationBarButtons() {
     const long look = isEditing() ? uikit::BarButtonItem::done : uikit::BarButtonItem::edit;
     item->setRightBarButtonItem(objc::Ref<uikit::BarButtonItem>::make<"initWithBarButtonSystemItem:target:action:">(
         look, object(), objc::selector<"toggleEditing">()));
+    showsEdit_ = true;
 }
 
 long RecentsScreen::numberOfSections(objc::Object) { return 1; }
@@ -120,7 +178,7 @@ objc::Object RecentsScreen::cellForRow(objc::Object table, objc::Object path) {
     // While a plug-in decides how many rows there are, a row of ours may be missing.
     const HostCall call = row < calls_.size() ? calls_[row] : HostCall{};
     const auto name = objc::send<"textLabel", objc::Object>(cell);
-    objc::send<"setText:">(name, uikit::nsString(call.name.empty() ? call.address : call.name));
+    objc::send<"setText:">(name, uikit::nsString(titleOf(call)));
     objc::send<"setTextColor:">(name,
                                 uikit::uiColor(call.missed ? uikit::palette::destructive : uikit::Color::black()));
     const auto below = objc::send<"detailTextLabel", objc::Object>(cell);
@@ -154,7 +212,19 @@ void RecentsScreen::didSelectRow(objc::Object table, objc::Object path) {
 }
 
 void RecentsScreen::accessoryTapped(objc::Object, objc::Object path) {
-    objc::send<"callAtTableViewIndex:", objc::Object>(object(), path);
+    const std::size_t row = rowOf(path);
+    if (row < calls_.size()) openCard(calls_[row]);
+}
+
+void RecentsScreen::openCard(const HostCall& call) {
+    const auto caller = contacts::callerOf(call.address);
+    const void* person = caller ? quorvel::personOf(caller->record) : nullptr;
+    objc::Ref<uikit::ViewController> card;
+    if (person)
+        card = objc::Ref<uikit::ViewController>(cardOfPerson(person, call.address).get());
+    else
+        card = objc::Ref<uikit::ViewController>(cardOfNumber(call).get());
+    objc::send<"pushViewController:animated:">(navigationController()->object(), card->object(), true);
 }
 
 double RecentsScreen::heightForRow(objc::Object, objc::Object) { return rowHeight; }

@@ -14,6 +14,7 @@ class RecentsScreen : public uikit::ViewController {
     using Super = uikit::ViewController;
     static constexpr objc::Name className{"PHRecentsViewController"};
     static void define(objc::ClassDefinition<RecentsScreen>& definition);
+    ~RecentsScreen() override;
 
     /// The table of calls; `table`, as plug-ins know it.
     uikit::TableView* table();
@@ -39,17 +40,20 @@ class RecentsScreen : public uikit::ViewController {
 
     /// Places the call of that row again; answers its address, or nil when there is no such row.
     objc::Object callAtIndex(objc::Object path);
-    /// Edit on the right while there are calls.
+    /// Edit on the right while there are calls. It comes back when it is taken away: a plug-in that leaves the list to
+    /// this screen works on the bar's buttons all the same.
     void updateNavigationBarButtons();
 
   private:
     void reload();
     void filterChanged(objc::Object control);
     void toggleEditing();
+    void openCard(const HostCall& call);
 
     objc::Ref<uikit::TableView> table_;
     objc::Ref<uikit::SegmentedControl> filter_;
     std::vector<HostCall> calls_;
+    bool showsEdit_ = false;
 };
 
 }  // namespace phone

@@ -175,6 +175,7 @@ void NavigationItem::setLeftBarButtonItemAnimated(BarButtonItem* item, bool anim
 void NavigationItem::setRightBarButtonItemAnimated(BarButtonItem* item, bool animated) {
     right_ = objc::Ref<BarButtonItem>(item);
     changed(animated);
+    if (!item && rightTaken_) rightTaken_();
 }
 
 void NavigationItem::setBackBarButtonItem(BarButtonItem* item) {

@@ -88,6 +88,8 @@ class NavigationItem : public objc::PeerBase {
     void setHidesBackButton(bool hides) { setHidesBackButtonAnimated(hides, false); }
     void setHidesBackButtonAnimated(bool hides, bool animated);
 
+    /// Is told whenever the right button was taken away and nothing put in its place; by the screen that has the item.
+    void setRightButtonTaken(std::function<void()> told) { rightTaken_ = std::move(told); }
     /// Who is told, with whether the change is to be animated; one at a time.
     void setObserver(std::function<void(bool animated)> observer) { observer_ = std::move(observer); }
 
@@ -103,6 +105,7 @@ class NavigationItem : public objc::PeerBase {
     objc::Ref<BarButtonItem> back_;
     bool hidesBack_ = false;
     std::function<void(bool)> observer_;
+    std::function<void()> rightTaken_;
 };
 
 /// Sends an action by the number of arguments that its selector takes: none, or the sender. To null: nothing.

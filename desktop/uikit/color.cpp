@@ -1,9 +1,13 @@
 // UIColor, UIFont and UIImage.
 #include "desktop/uikit/color.h"
 
+#include <cstdio>
 #include <filesystem>
 #include <limits>
+#include <mutex>
+#include <set>
 
+#include "desktop/graphics/product_images.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/text.h"
 
@@ -72,19 +76,31 @@ unsigned long hashOfFont(FontObject* font) {
     return static_cast<unsigned long>(font->value.size * 8) << 4 | static_cast<unsigned long>(font->value.weight);
 }
 
+void sayOnce(const std::string& sentence) {
+    static std::mutex mutex;
+    static std::set<std::string> said;
+    const std::lock_guard lock(mutex);
+    if (said.insert(sentence).second) std::fprintf(stderr, "%s\n", sentence.c_str());
+}
+
+/// The image in the file. Where it cannot be read, standard error says so once, and an image of the product's own is
+/// drawn in its place; nil for any other.
+objc::Object loadedImage(const std::string& file, const std::string& name) {
+    auto image = graphics::Image::load(file, screenScale());
+    if (image) return uiImage(std::move(*image), name);
+    const auto symbol = graphics::symbolOfProductImage(name);
+    sayOnce(image.error() + (symbol ? " One that is built in is shown. Install the product again." : ""));
+    return symbol ? uiImage(graphics::symbolImage(*symbol, screenScale()), name) : objc::Object{};
+}
+
 objc::Object imageWithFile(Class, objc::Object path) {
     const std::string name = utf8(path);
-    if (name.empty()) return {};
-    auto image = graphics::Image::load(root() + name, screenScale());
-    if (!image) return {};
-    return uiImage(std::move(*image), std::filesystem::path(name).stem().string());
+    return name.empty() ? objc::Object{} : loadedImage(root() + name, std::filesystem::path(name).stem().string());
 }
 objc::Object imageNamed(Class, objc::Object name) {
     auto bundle = objc::sendClass<"NSBundle", "mainBundle", objc::Object>();
     auto file = objc::send<"pathForResource:ofType:", objc::Object>(bundle, name, nsString("png"));
-    if (!file) return {};
-    auto image = graphics::Image::load(utf8(file), screenScale());
-    return image ? uiImage(std::move(*image), utf8(name)) : objc::Object{};
+    return loadedImage(file ? utf8(file) : utf8(name) + ".png", utf8(name));
 }
 Size imageSize(ImageObject* image) { return image->value.size(); }
 double imageScale(ImageObject* image) { return image->value.scale(); }

@@ -115,7 +115,7 @@ objc::Object SegmentedControl::titleForSegment(unsigned long index) const {
 }
 
 void SegmentedControl::setImageForSegment(objc::Object image, unsigned long index) {
-    if (index >= segments_.size()) return;
+    if (index >= segments_.size() || !image) return;
     segments_[index].image = objc::Strong<>(image);
     segments_[index].title = {};
     setNeedsDisplay();

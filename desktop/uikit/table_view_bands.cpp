@@ -1,10 +1,26 @@
 // UITableView: the headers and footers of its sections, and the look of a grouped table.
 #include <algorithm>
+#include <utility>
 
 #include "desktop/uikit/table_view.h"
+#include "desktop/uikit/title_request.h"
 
 namespace uikit {
 namespace {
+
+thread_local objc::Object askedForTitle;
+
+/// Names the data source for as long as it is asked.
+class TitleRequest {
+  public:
+    explicit TitleRequest(objc::Object dataSource) : former_(std::exchange(askedForTitle, dataSource)) {}
+    ~TitleRequest() { askedForTitle = former_; }
+    TitleRequest(const TitleRequest&) = delete;
+    TitleRequest& operator=(const TitleRequest&) = delete;
+
+  private:
+    objc::Object former_;
+};
 
 const Color bandColor = Color::fromHex(0xF4F4F6);
 constexpr double bandMargin = 15;
@@ -12,6 +28,8 @@ constexpr double bandTextSize = 13;
 constexpr double groupTextGap = 6;  // between a group and the text that belongs to it
 
 }  // namespace
+
+objc::Object dataSourceAskedForTitle() { return askedForTitle; }
 
 void TableHeaderFooterView::define(objc::ClassDefinition<TableHeaderFooterView>& definition) {
     definition.method<"initWithReuseIdentifier:", &TableHeaderFooterView::initWithReuseIdentifier>()
@@ -74,6 +92,7 @@ objc::Object TableView::dequeueHeaderFooter(objc::Object identifier) {
 std::string TableView::ask(SEL title, long section) {
     const auto source = dataSource();
     if (!source || !objc::respondsTo(source, title)) return {};
+    const TitleRequest request(source);
     return utf8(objc::sendSelector<objc::Object>(source, title, object(), section));
 }
 

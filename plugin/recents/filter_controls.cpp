@@ -100,8 +100,7 @@ void makeSearchBar(const CallList& list) {
     auto bar = UISearchBar::makeWithFrame(searchBarFrame);
     bar->setPlaceholder(localized<"SEARCH_CALL_HISTORY">());
     auto titles = NSMutableArray::make();
-    for (NSString title : {text<"All">(), text<"Dialed">(), text<"Received">(), text<"Missed">()})
-        titles->addObject(title);
+    for (NSUInteger segment = 0; segment < rows::filterCount; ++segment) titles->addObject(rows::scopeTitle(segment));
     bar->setScopeButtonTitles(titles);
     auto controller = UISearchDisplayController::makeWithSearchBar(bar, list.screen);
     list.screen.setSearchDisplayController(controller);

@@ -16,9 +16,27 @@ UIImage filterIcon(NSUInteger segment) {
     }
 }
 
+NSString scopeTitle(NSUInteger segment) {
+    switch (segment) {
+        case 0:
+            return text<"All">();
+        case 1:
+            return text<"Dialed">();
+        case 2:
+            return text<"Received">();
+        default:
+            return text<"Missed">();
+    }
+}
+
 objc::Strong<NSMutableArray> filterIcons() {
     auto icons = NSMutableArray::make();
-    for (NSUInteger segment = 0; segment < filterCount; ++segment) icons->addObject(filterIcon(segment));
+    for (NSUInteger segment = 0; segment < filterCount; ++segment) {
+        if (auto icon = filterIcon(segment))
+            icons->addObject(icon);
+        else
+            icons->addObject(scopeTitle(segment));
+    }
     return icons;
 }
 

@@ -14,9 +14,11 @@ inline UIImage productImage() {
     return UIImage::imageWithContentsOfFile(text<path>());
 }
 
-/// The icon of a segment: all, dialled, received, missed.
+/// The icon of a segment: all, dialled, received, missed; null where its file cannot be read.
 UIImage filterIcon(NSUInteger segment);
-/// The four, in that order.
+/// The name of a scope of the search bar, by the same places.
+NSString scopeTitle(NSUInteger segment);
+/// The four icons in that order, as items of a segmented control; the name stands in for an icon that is not there.
 objc::Strong<NSMutableArray> filterIcons();
 
 /// The key of the format that says how many calls of the filter a list shows.

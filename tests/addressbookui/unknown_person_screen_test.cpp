@@ -48,6 +48,36 @@ TEST_F(UnknownPersonTest, itsAlternateNameStandsInForTheName) {
     EXPECT_THAT(card_->tableView()->tableHeaderView()->drawnTexts(), ElementsAre("Harbour Office", "London"));
 }
 
+TEST_F(UnknownPersonTest, ofAWithheldNumberIsNobodysAndHasNothingToTap) {
+    const auto nobody = addressbook::Record::of(personOfNumber(""));
+    card_->setDisplayedPerson(nobody.self());
+    card_->setAllowsContactBlocking(true);
+    card_->setMessage(uikit::nsString("Unknown"));
+    push(card_);
+    auto* header = objc::peerOf<CardHeader>(card_->tableView()->tableHeaderView()->object());
+    EXPECT_THAT(header->drawnTexts(), ElementsAre("Unknown"));
+    EXPECT_EQ(header->content().initials, "");
+    EXPECT_THAT(rowsOf(card_), ElementsAre());
+}
+
+TEST_F(UnknownPersonTest, ofAWithheldNumberSaysTheNameAndThePlaceThatAreKnown) {
+    const auto nobody = addressbook::Record::of(personOfNumber(""));
+    card_->setDisplayedPerson(nobody.self());
+    card_->setAlternateName(uikit::nsString("Harbour Office"));
+    push(card_);
+    auto* header = objc::peerOf<CardHeader>(card_->tableView()->tableHeaderView()->object());
+    EXPECT_THAT(header->drawnTexts(), ElementsAre("Harbour Office", "London"));
+    EXPECT_EQ(header->content().initials, "HO");
+}
+
+TEST_F(UnknownPersonTest, saysThatANumberIsUnknownAndNotThatANameIs) {
+    card_->setMessage(uikit::nsString("Unknown"));
+    push(card_);
+    EXPECT_THAT(card_->tableView()->tableHeaderView()->drawnTexts(), ElementsAre("+44 20 7946 0000", "Unknown"));
+    card_->setAlternateName(uikit::nsString("Otto"));
+    EXPECT_THAT(card_->tableView()->tableHeaderView()->drawnTexts(), ElementsAre("Otto"));
+}
+
 TEST_F(UnknownPersonTest, eachFlagBringsOrTakesItsRow) {
     push(card_);
     card_->setAllowsContactBlocking(true);

@@ -23,6 +23,16 @@ TEST(OpenedAddresses, keepWhatIsNoEscapeAsItIs) {
     EXPECT_EQ(readAddress("tel://"), (OpenedAddress{Kind::telephone, ""}));
 }
 
+TEST(OpenedAddresses, withNothingToDialReachNobody) {
+    for (const char* nobody :
+         {"tel://", "tel:", "tel://-", "facetime://", "facetime-audio:", "sms:", "mailto:?subject=x"})
+        EXPECT_FALSE(reachesSomebody(nobody)) << nobody;
+    for (const char* somebody :
+         {"tel://110", "tel://anna@example.org", "tel://*%23", "tel://1-800-FLOWERS", "tel://%D9%A1%D9%A1%D9%A0",
+          "facetime://anna@example.org", "sms:+49170", "mailto:a%40b.org", "http://example.org"})
+        EXPECT_TRUE(reachesSomebody(somebody)) << somebody;
+}
+
 TEST(OpenedAddresses, ofOtherSchemesAreNotForTheTelephone) {
     EXPECT_EQ(readAddress("http://example.org"), std::nullopt);
     EXPECT_EQ(readAddress("tel"), std::nullopt);

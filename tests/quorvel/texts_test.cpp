@@ -49,7 +49,7 @@ std::vector<std::string> argumentsIn(const std::string& format) {
 TEST_F(TextsTest, everyLanguageHasTheSameKeysWithTheSameArguments) {
     std::vector<std::string> trouble;
     const TextTable english = TextTable::read(TEXTS_FOLDER, "en", trouble);
-    ASSERT_EQ(english.keys().size(), 35U);
+    ASSERT_EQ(english.keys().size(), 44U);
     for (const char* language : languages) {
         const TextTable table = TextTable::read(TEXTS_FOLDER, language, trouble);
         EXPECT_EQ(table.keys(), english.keys()) << language;
@@ -158,12 +158,30 @@ TEST_F(TextsTest, aDamagedTableIsNamedLeftAloneAndEnglishShows) {
     EXPECT_EQ(std::filesystem::file_size(file), 200U);
 }
 
-TEST_F(TextsTest, withoutAnyTableKeysShowAndTheFolderIsNamed) {
+TEST_F(TextsTest, aMissingDurationIsLeftOut) {
+    for (const char* language : languages) {
+        speak(language);
+        for (const std::int64_t number : {0, 1, 2, 5, 100}) {
+            for (const std::string counted : {"CALLS_D", "DAYS_D", "ENTRIES_D"})
+                EXPECT_EQ(
+                    uikit::utf8(NSString::stringWithFormat(localized((counted + "_D").c_str()), number, NSString{})),
+                    filled(counted.c_str(), number))
+                    << language;
+        }
+    }
+}
+
+TEST_F(TextsTest, withoutAnyTableEnglishIsShownAndTheFolderIsNamed) {
     const auto trouble = Texts::shared().open(folder() / "nowhere", "de");
     ASSERT_FALSE(trouble.empty());
     EXPECT_NE(trouble.front().find("nowhere"), std::string::npos) << trouble.front();
     EXPECT_EQ(uikit::utf8(localized("Cancel")), "Cancel");
-    EXPECT_EQ(uikit::utf8(localized("LOADING")), "LOADING");
+    EXPECT_EQ(trouble.size(), 1U);
+    std::vector<std::string> ignored;
+    const TextTable english = TextTable::read(TEXTS_FOLDER, "en", ignored);
+    for (const auto& key : english.keys())
+        EXPECT_EQ(uikit::utf8(localized(key.c_str())), uikit::utf8(english.find(key))) << key;
+    EXPECT_EQ(filled("CALLS_D_D", 2, "0:01:00"), "2 calls, 0:01:00");
 }
 
 TEST_F(TextsTest, theSettingsLanguageGoesBeforeTheLocale) {

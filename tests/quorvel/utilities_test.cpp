@@ -36,7 +36,7 @@ TEST_F(UtilitiesTest, numbersReadAsTheirCountryWritesThem) {
     EXPECT_EQ(formatted("+442079460018"), "+44 20 7946 0018");
     EXPECT_EQ(formatted("911"), "911");
     EXPECT_EQ(formatted("anna@b.example"), "anna@b.example");
-    EXPECT_EQ(formatted(""), "");
+    EXPECT_EQ(formatted(""), "Unknown");
     setHomeRegion("GB");
     EXPECT_EQ(formatted("+442079460018"), "020 7946 0018");
 }

@@ -92,7 +92,7 @@ TEST_P(History, isOpenedFromRecentsAndReturnsThereAfterEachKindOfDeletion) {
 INSTANTIATE_TEST_SUITE_P(
     Of, History,
     testing::Values(Mode{"calls", "off", "off", {"rows 5", "rows 3", "rows 1"}, {"footer \"1 call, 0:00:30\""}},
-                    Mode{"runs", "off", "on", {"rows 4", "rows 3", "rows 1"}, {"footer \"1 call, 0:00:30\""}},
+                    Mode{"runs", "off", "on", {"rows 4", "rows 3", "rows 1"}, {"footer \"1 entry, 0:00:30\""}},
                     Mode{"days", "on", "off", {"rows 3", "rows 2", "rows 1"}, {"footer \"1 day, 0:00:30\""}},
                     Mode{"daysOfRuns", "on", "on", {"rows 3", "rows 2", "rows 1"}, {"footer \"1 day, 0:00:30\""}}),
     [](const auto& each) { return std::string(each.param.name); });

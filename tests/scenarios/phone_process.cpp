@@ -30,10 +30,10 @@ std::string quoted(const std::filesystem::path& path) { return '\'' + path.strin
 constexpr int bound = 120;
 
 /// The Phone with these options, up to its script.
-std::string commandOf(int seconds, const std::string& options) {
+std::string commandOf(int seconds, const std::string& options, const std::filesystem::path& program = PHONE_PROGRAM) {
     const char* const image = std::getenv("QUORVEL_TEST_PLUGIN");
     const bool other = image && *image && options.find("--no-plugin") == std::string::npos;
-    return "LC_ALL=C.UTF-8 TZ=UTC exec timeout " + std::to_string(seconds) + ' ' + quoted(PHONE_PROGRAM) +
+    return "LC_ALL=C.UTF-8 TZ=UTC exec timeout " + std::to_string(seconds) + ' ' + quoted(program) +
            (other ? " --plugin " + quoted(image) : "") + ' ' + options + " --script ";
 }
 
@@ -74,6 +74,10 @@ Outcome Handset::run(const std::string& script, const std::string& options) cons
 
 Outcome Handset::runIn(const std::string& environment, const std::string& script, const std::string& options) const {
     return carryOut(script, environment + ' ' + commandOf(bound, options));
+}
+
+Outcome Handset::runCopy(const std::filesystem::path& program, const std::string& script) const {
+    return carryOut(script, commandOf(bound, "--data " + quoted(directory_), program));
 }
 
 Outcome Handset::carryOut(const std::string& script, const std::string& phone) const {

@@ -38,6 +38,9 @@ class Handset {
     Outcome runIn(const std::string& environment, const std::string& script, const std::string& options = {}) const;
     std::filesystem::path file(const std::string& name) const { return directory_ / name; }
 
+    /// The same with another copy of the program, whose files beside it may be missing.
+    Outcome runCopy(const std::filesystem::path& program, const std::string& script) const;
+
   private:
     Outcome carryOut(const std::string& script, const std::string& phone) const;
 

@@ -103,6 +103,40 @@ TEST_F(Export, choosesTheFormatByTheNameAndReplacesNothingUnasked) {
     EXPECT_FALSE(std::filesystem::exists(directory_.file("calls.json.unfinished")));
 }
 
+TEST_F(Export, writesLabelsInTheSameWordsWhateverTheLanguageTheyWereStoredIn) {
+    {
+        auto log = quorvel::store::CallStore::open(directory_.data() / "calls.db");
+        ASSERT_TRUE(log.ok());
+        for (const char* label : {"сотовый", "Fax (Arbeit)", "Ferienhaus"}) {
+            quorvel::store::NewCall call;
+            call.address = std::string("+49") + label;
+            call.date = 1718000000;
+            call.label = label;
+            ASSERT_TRUE(log->append(call).ok());
+        }
+    }
+    const auto lines = csv("--until 2024-06-14");
+    ASSERT_THAT(lines, SizeIs(3));
+    EXPECT_THAT(lines[0], HasSubstr(",mobile,"));
+    EXPECT_THAT(lines[1], HasSubstr(",work fax,"));
+    EXPECT_THAT(lines[2], HasSubstr(",Ferienhaus,"));
+    EXPECT_THAT(directory_.run("export --format json").output, HasSubstr("\"label\":\"mobile\""));
+}
+
+TEST_F(Export, ofAFormerVersionWithTranslatedLabelsIsImportedUnderTheirMeaning) {
+    const auto file = directory_.write("former.csv",
+                                       "date,address,kind,duration,label\n"
+                                       "1718000000,+4930200,received,30,сотовый\n"
+                                       "1718000001,+4930201,received,30,Ferienhaus\n");
+    ASSERT_EQ(directory_.run("import '" + file.string() + '\'').status, 0);
+    auto log = quorvel::store::CallStore::open(directory_.data() / "calls.db");
+    ASSERT_TRUE(log.ok());
+    const auto found = log->page(quorvel::store::Filter::all, {}, quorvel::store::Cursor::top(), 10);
+    ASSERT_TRUE(found.ok());
+    EXPECT_EQ((*found).rows[5].label, "mobile");
+    EXPECT_EQ((*found).rows[4].label, "Ferienhaus");
+}
+
 TEST_F(Export, writesContactsAllOrThoseOfTheChosenCalls) {
     const auto cards = directory_.write("cards.vcf",
                                         "BEGIN:VCARD\nVERSION:3.0\nFN:Bea\nTEL:+4930777\nEND:VCARD\n"

@@ -1,4 +1,9 @@
 // The application: launching, leaving and coming back, addresses, and values.
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
 #include "tests/uikit/fixture.h"
 
 namespace uikit::test {
@@ -116,6 +121,24 @@ TEST_F(ApplicationTest, coloursFontsAndImagesAreValues) {
     EXPECT_FALSE((objc::sendClass<"UIImage", "imageWithContentsOfFile:", objc::Object>(nsString("/missing.png"))));
     EXPECT_EQ(colorOf({}), Color::clear());
     EXPECT_EQ(fontOf({}).size, 17);
+}
+
+TEST_F(ApplicationTest, aProductImageThatCannotBeReadIsDrawnAndSaidOnce) {
+    char folder[] = "/tmp/broken-images-XXXXXX";
+    ASSERT_NE(::mkdtemp(folder), nullptr);
+    const std::string file = std::string(folder) + "/missed_icon.png";
+    std::ofstream(file) << "no picture";
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 2; ++i) {
+        const auto image = objc::sendClass<"UIImage", "imageWithContentsOfFile:", objc::Object>(nsString(file));
+        ASSERT_TRUE(image);
+        EXPECT_TRUE(imageOf(image));
+        EXPECT_EQ(imageName(image), "missed_icon");
+    }
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find(file), std::string::npos) << said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(ApplicationTest, textThatIsNotUtf8IsReplacedAndNeverRefused) {

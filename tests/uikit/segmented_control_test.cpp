@@ -32,6 +32,11 @@ TEST_F(SegmentedControlTest, itemsBecomeSegmentsOfEqualWidthAndNoneIsSelected) {
     EXPECT_EQ(control_->drawnTexts(), (Names{"All", "Out", "In", "Missed"}));
 }
 
+TEST_F(SegmentedControlTest, anImageThatIsNotThereLeavesTheTitle) {
+    control_->setImageForSegment({}, 1);
+    EXPECT_EQ(control_->drawnTexts(), (Names{"All", "Out", "In", "Missed"}));
+}
+
 TEST_F(SegmentedControlTest, aTapSelectsAndSendsValueChangedOnce) {
     tap({50 + 60, 110});
     EXPECT_EQ(control_->selectedSegmentIndex(), 1);

@@ -6,6 +6,7 @@
 
 #include "desktop/addressbook/book.h"
 #include "desktop/addressbook/contact_vcard.h"
+#include "desktop/addressbook/labels.h"
 #include "desktop/addressbook/names.h"
 #include "desktop/addressbook/vcard_writer.h"
 #include "tools/calls/selection.h"
@@ -55,10 +56,13 @@ int exportCalls(Session& session, const Options& options, Format format) {
     ProgressBar bar("Exporting");
     for (std::size_t at = 0; at < chosen->size(); at += chunk) {
         const auto rowIds = std::span(*chosen).subspan(at, std::min(chunk, chosen->size() - at));
-        const auto calls = session.calls().wholeCalls(rowIds);
+        auto calls = session.calls().wholeCalls(rowIds);
         if (!calls) return complain(calls.error().message);
-        for (const auto& call : *calls)
+        for (auto& call : *calls) {
+            // Former versions stored labels as words of the user's language.
+            call.label = contacts::label::inLog(call.label);
             if (const auto trouble = writer->write(call)) return complain(*trouble);
+        }
         bar.show(static_cast<double>(at) / static_cast<double>(chosen->size()));
     }
     const auto trouble = writer->finish();
@@ -111,8 +115,9 @@ void addExport(CLI::App& program, Session& session) {
     command->add_flag("--force", options->force, "Replaces a file that is there");
     addSelection(*command, options->selection);
     command->footer(
-        "What is exported and imported again is the same, to the last field. With a choice of calls, vcf writes the\n"
-        "contacts that these calls are with.\n\n"
+        "What is exported and imported again is the same, to the last field. Labels of numbers are English words\n"
+        "(mobile, work fax) whatever the language; own labels stay as they are. With a choice of calls, vcf writes\n"
+        "the contacts that these calls are with.\n\n"
         "Examples:\n"
         "  quorvelctl export --output calls.csv\n"
         "  quorvelctl export --format json --filter missed --since 2024-01-01\n"

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "desktop/addressbook/labels.h"
 #include "tools/quorvelctl/progress_bar.h"
 #include "tools/quorvelctl/session.h"
 
@@ -46,10 +47,13 @@ bool ImportRun::read(const std::string& file, Importer& importer, Count& count) 
         if (std::holds_alternative<Importer::End>(item)) return true;
         bar.show(importer.progress());
         std::optional<Complaint> complaint;
-        if (auto* wrong = std::get_if<Complaint>(&item))
+        if (auto* wrong = std::get_if<Complaint>(&item)) {
             complaint = std::move(*wrong);
-        else
-            complaint = add(importer, std::get<NewCall>(item), count);
+        } else {
+            auto& call = std::get<NewCall>(item);
+            call.label = contacts::label::inLog(call.label);
+            complaint = add(importer, call, count);
+        }
         if (!complaint) continue;
         ++count.wrong;
         bar.wipe();

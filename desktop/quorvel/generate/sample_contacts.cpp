@@ -63,7 +63,7 @@ Caller callerIn(const Book& book, const MadeUpPerson& person) {
     const auto contact = match ? book.contact(match->record) : std::nullopt;
     if (!contact) return {store::noContact, nameOf(person), person.label};
     const auto& value = contact->list(match->property)[static_cast<std::size_t>(match->index)];
-    return {match->record, contacts::compositeName(*contact), label::forPeople(value.label, contacts::language())};
+    return {match->record, contacts::compositeName(*contact), label::inLog(value.label)};
 }
 
 }  // namespace

@@ -6,12 +6,16 @@
 #include "desktop/quorvel/services/counterpart.h"
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/services/settings_service.h"
+#include "desktop/quorvel/services/texts.h"
 #include "desktop/uikit/alert_view.h"
 #include "desktop/uikit/text.h"
 #include "platform/dispatch.h"
 
 namespace quorvel {
 namespace {
+
+/// The key of the message after a deletion that failed, which the application has among its own texts.
+constexpr std::string_view unableToDelete = "UNABLE_DELETE";
 
 std::vector<objc::Ref<CallEntry>> entriesIn(objc::Object array) {
     std::vector<objc::Ref<CallEntry>> entries;
@@ -179,7 +183,10 @@ void DataService::showErrorMessage(objc::Object text) const {
         auto alert = objc::make<objc::Object>(objc::classOf<uikit::AlertView>());
         auto* view = objc::peerOf<uikit::AlertView>(alert.self());
         const auto ok = objc::sendClass<"QuorvelUtils", "getLocalizedString:", objc::Object>(uikit::nsString("OK"));
-        view->initWithTitleMessage(uikit::nsString(""), text, {}, ok, {});
+        // An application whose own texts are missing asks for the message by its key.
+        const bool isKey = uikit::utf8(text) == unableToDelete;
+        view->initWithTitleMessage(uikit::nsString(""), isKey ? Texts::shared().text(text).get() : text.get(), {}, ok,
+                                   {});
         view->show();
     });
 }

@@ -13,9 +13,19 @@ namespace quorvel {
 namespace {
 
 constexpr std::string_view numberPlace = "%ld";
+constexpr std::string_view textPlace = "%@";
 
 using FormatFunction = id (*)(id, SEL, id, id, std::va_list);
 IMP formatOfFoundation = nullptr;
+
+/// Whether the next argument, an object, is there. The arguments stay as they are.
+bool isTextNext(std::va_list arguments) {
+    std::va_list next;
+    va_copy(next, arguments);
+    const bool isThere = va_arg(next, id) != nullptr;
+    va_end(next);
+    return isThere;
+}
 
 /// `initWithFormat:locale:arguments:` of the string that is being made.
 id initWithFormat(id self, SEL name, id format, id locale, std::va_list arguments) {
@@ -26,7 +36,11 @@ id initWithFormat(id self, SEL name, id format, id locale, std::va_list argument
     va_copy(following, arguments);
     const auto number = va_arg(following, std::int64_t);
     const objc::AutoreleasePool pool;
-    const auto chosen = uikit::nsString(formatFor(objc::peerOf<PluralFormat>(format)->texts(), number));
+    const PluralTexts& texts = objc::peerOf<PluralFormat>(format)->texts();
+    std::string text = formatFor(texts, texts.byForm, number);
+    if (!texts.withoutText.empty() && text.find(textPlace) != std::string::npos && !isTextNext(following))
+        text = formatFor(texts, texts.withoutText, number);
+    const auto chosen = uikit::nsString(text);
     id made = foundation(self, name, chosen.self, locale, following);
     va_end(following);
     return made;
@@ -65,10 +79,10 @@ std::string Counting::digits(std::int64_t number) const {
     return U_SUCCESS(status) ? text : std::to_string(number);
 }
 
-std::string formatFor(const PluralTexts& texts, std::int64_t number) {
-    auto found = texts.byForm.find(texts.counting->form(number));
-    if (found == texts.byForm.end()) found = texts.byForm.find("other");
-    if (found == texts.byForm.end()) return {};
+std::string formatFor(const PluralTexts& texts, const PluralTexts::Forms& forms, std::int64_t number) {
+    auto found = forms.find(texts.counting->form(number));
+    if (found == forms.end()) found = forms.find("other");
+    if (found == forms.end()) return {};
     std::string format = found->second;
     if (const auto place = format.find(numberPlace); place != std::string::npos)
         format.replace(place, numberPlace.size(), texts.counting->digits(number));

@@ -28,16 +28,19 @@ class Counting {
 
 /// The texts of one key by plural form, and the counting of their language. There is always an "other".
 struct PluralTexts {
-    std::map<std::string, std::string, std::less<>> byForm;
+    using Forms = std::map<std::string, std::string, std::less<>>;
+    Forms byForm;
     std::shared_ptr<const Counting> counting;
+    /// What is said in place of a form that takes a text after the number where that text is missing; may be empty.
+    Forms withoutText = {};
 };
 
-/// The format for that number: the text of its form, in which the first "%ld" is the number itself. What follows takes
-/// the arguments after the number.
-std::string formatFor(const PluralTexts& texts, std::int64_t number);
+/// The format for that number: the text of its form among `forms`, which belong to `texts`, in which the first "%ld" is
+/// the number itself. What follows takes the arguments after the number.
+std::string formatFor(const PluralTexts& texts, const PluralTexts::Forms& forms, std::int64_t number);
 
-/// QVPluralFormat, a string. Used as a format, its first argument (a signed 64-bit integer) chooses the form; read as
-/// a string, it is the form "other".
+/// QVPluralFormat, a string. Used as a format, its first argument (a signed 64-bit integer) chooses the form, and a
+/// text that is missing after it is left out; read as a string, it is the form "other".
 class PluralFormat : public objc::PeerBase {
   public:
     using Super = objc::Foreign<"NSString">;

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "desktop/addressbook/labels.h"
 #include "desktop/addressbook/names.h"
 #include "desktop/quorvel/services/phone_number.h"
 #include "desktop/uikit/text.h"
@@ -41,9 +42,10 @@ const std::shared_ptr<const CounterpartTexts>& SharedTexts::ofCall(const store::
     latest_ = (hash(record.address) * 31 + hash(record.name)) % counterparts_.size();
     Counterpart& known = counterparts_[latest_];
     if (known.isOf(record)) return known.texts;
+    const std::string label = contacts::label::ofLog(record.label, contacts::language());
     known = {record.address, record.name, record.label, record.location,
-             std::make_shared<CounterpartTexts>(CounterpartTexts{of(record.address), orNull(record.name),
-                                                                 orNull(record.label), orNull(placeOfCall(record))})};
+             std::make_shared<CounterpartTexts>(CounterpartTexts{of(record.address), orNull(record.name), orNull(label),
+                                                                 orNull(placeOfCall(record))})};
     // Remembered from here on, so that no row works it out while it is drawn.
     if (!record.address.empty()) formattedNumber(record.address);
     return known.texts;

@@ -21,14 +21,18 @@ class TextTable {
     static TextTable read(const std::filesystem::path& folder, const std::string& language,
                           std::vector<std::string>& trouble);
 
+    /// The English table that is compiled in: complete. Needs an autorelease pool.
+    static TextTable builtIn();
+
     /// Null where the key is not there.
     objc::Strong<> find(const std::string& key) const;
     std::vector<std::string> keys() const;
     bool isEmpty() const { return texts_.empty(); }
 
   private:
-    void readStrings(const std::filesystem::path& file, std::vector<std::string>& trouble);
-    void readPlurals(const std::filesystem::path& file, const std::string& language, std::vector<std::string>& trouble);
+    void addStrings(objc::Object dictionary, const std::string& file, std::vector<std::string>& trouble);
+    void addPlurals(objc::Object dictionary, const std::string& language, const std::string& file,
+                    std::vector<std::string>& trouble);
 
     std::map<std::string, objc::Strong<>, std::less<>> texts_;
 };
@@ -39,7 +43,8 @@ class Texts {
     static Texts& shared();
 
     /// From now on texts come from the folder, in that language ("de", "de_AT"; empty for that of the process's
-    /// locale), and in English where the language has no table or lacks the key. Answers what is wrong with the tables.
+    /// locale), and in English where the language has no table or lacks the key; that is compiled in for where the
+    /// folder has no English table either. Answers what is wrong with the tables.
     std::vector<std::string> open(const std::filesystem::path& folder, const std::string& language);
 
     /// The text, a format where the key's text has arguments. A key without a text is answered as it is, and said once
@@ -54,6 +59,7 @@ class Texts {
     std::string language_ = "en";
     TextTable table_;
     TextTable english_;
+    TextTable builtIn_;
     std::set<std::string, std::less<>> missing_;
 };
 

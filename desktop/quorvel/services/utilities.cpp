@@ -7,6 +7,7 @@
 #include "desktop/quorvel/services/contact_pictures.h"
 #include "desktop/quorvel/services/contact_source.h"
 #include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/list_texts.h"
 #include "desktop/quorvel/services/phone_number.h"
 #include "desktop/quorvel/services/texts.h"
 #include "desktop/uikit/text.h"
@@ -14,7 +15,7 @@
 namespace quorvel {
 namespace {
 
-objc::Strong<> localizedString(Class, objc::Object key) { return Texts::shared().text(key); }
+objc::Strong<> localizedString(Class, objc::Object key) { return textForList(key); }
 objc::Strong<> pictureFromCache(Class, int record) { return ContactPictures::shared().inMemory(record); }
 objc::Strong<> picture(Class, int record) { return ContactPictures::shared().load(record); }
 
@@ -24,8 +25,11 @@ objc::Object dateFormatter(Class) {
 }
 
 bool emailAddress(Class, objc::Object text) { return isEmailAddress(uikit::utf8(text)); }
+/// Of a withheld number, what a row says of it.
 objc::Strong<> formattedPhoneNumber(Class, objc::Object number) {
-    return uikit::nsString(formattedNumber(uikit::utf8(number)));
+    const std::string text = uikit::utf8(number);
+    if (text.empty()) return Texts::shared().text(uikit::nsString("UNKNOWN"));
+    return uikit::nsString(formattedNumber(text));
 }
 bool canAccessAddressBook(Class) { return canSeeContacts(); }
 const void* person(Class, int record) { return personOf(record); }

@@ -1,9 +1,11 @@
 // BlockActionSheet over the toolkit's sheet.
 #include "desktop/quorvel/visual/block_action_sheet.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
+#include "desktop/quorvel/visual/question.h"
 #include "desktop/uikit/application.h"
 
 namespace quorvel {
@@ -55,11 +57,18 @@ struct BlockActionSheet::Shown {
     }
 };
 
+uikit::Sheet::Content BlockActionSheet::contentForPeople() const {
+    uikit::Sheet::Content shown = content_;
+    const auto action = std::ranges::find(shown.choices, uikit::Sheet::Role::Destructive, &uikit::Sheet::Choice::role);
+    shown.title = questionForPeople(shown.title, action == shown.choices.end() ? std::string() : action->title);
+    return shown;
+}
+
 void BlockActionSheet::showInView(uikit::View* view) {
     uikit::Window* window = view && view->window() ? view->window() : uikit::Application::shared()->keyWindow();
     if (!window || panel_.load()) return;
     const auto shown = std::make_shared<Shown>(this);
-    const auto panel = uikit::Sheet::present(window, content_, [shown](long index) {
+    const auto panel = uikit::Sheet::present(window, contentForPeople(), [shown](long index) {
         const auto blocks = shown->end();
         if (index < 0 || static_cast<std::size_t>(index) >= blocks.size()) return;
         if (const auto& block = blocks[static_cast<std::size_t>(index)]) block();

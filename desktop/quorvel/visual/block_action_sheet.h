@@ -13,7 +13,8 @@ class BlockActionSheet : public objc::PeerBase {
     static constexpr objc::Name className{"BlockActionSheet"};
     static void define(objc::ClassDefinition<BlockActionSheet>& definition);
 
-    // Messages of the same names. Blocks take nothing, are copied, may be nil, and run on the main thread after the
+    // Messages of the same names. A title that asks before calls are deleted is shown as questionForPeople() puts it.
+    // Blocks take nothing, are copied, may be nil, and run on the main thread after the
     // sheet has begun to leave.
     objc::Object initWithTitle(objc::Object title);
     void setDestructiveButton(objc::Object title, const void* block);
@@ -28,6 +29,9 @@ class BlockActionSheet : public objc::PeerBase {
     using Blocks = std::vector<objc::Block<void()>>;
     struct Shown;
     void add(objc::Object title, const void* block, uikit::Sheet::Role role);
+
+    /// What is shown: the title in words for people.
+    uikit::Sheet::Content contentForPeople() const;
 
     uikit::Sheet::Content content_;
     Blocks blocks_;
