@@ -117,6 +117,11 @@ class SnapshotArray : public PeerBase {
     void append(Object object) { store_.append(object); }
     /// Replaces the whole content in one step, and answers the former one.
     Snapshot replaceAll(std::span<const Object> objects) { return store_.replaceAll(objects); }
+    /// The same on the very state that was seen; see SnapshotStore.
+    bool replaceFrom(const Snapshot& seen, std::span<const Object> objects) {
+        return store_.replaceFrom(seen, objects);
+    }
+    bool appendFrom(Snapshot& seen, std::span<const Object> objects) { return store_.appendFrom(seen, objects); }
     /// Removes, in one step, the objects for which `unwanted(Object)` is true. It may be asked more than once.
     template <class Predicate>
     void removeIf(Predicate unwanted);

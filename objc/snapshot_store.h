@@ -60,6 +60,16 @@ struct SnapshotBuffer : CountedNode {
         }
         return false;
     }
+    /// Adds an object, whose reference the buffer takes over, as the one at `end`. False when that place is taken or
+    /// sealed.
+    bool appendAt(std::size_t end, id object) {
+        id present = nullptr;
+        if (!places()[end].compare_exchange_strong(present, object, std::memory_order_acq_rel,
+                                                   std::memory_order_acquire))
+            return false;
+        count.compare_exchange_strong(end, end + 1, std::memory_order_acq_rel, std::memory_order_acquire);
+        return true;
+    }
     /// Sees to it that `end` objects is all that the buffer will ever hold. False when there are more already.
     bool sealAt(std::size_t end) {
         if (end == capacity) return true;
@@ -172,6 +182,16 @@ class SnapshotStore {
     /// Replaces the whole content in one step, and answers the former one.
     Snapshot replaceAll(std::span<const Object> objects);
 
+    // For work that takes time: they carry it out only on the very state that it rests on. False where the content is
+    // another state by now: something was added, removed or replaced since, even where it holds the same objects, or
+    // none, again.
+
+    /// Replaces the whole content in one step. When this answers false nothing has changed.
+    bool replaceFrom(const Snapshot& seen, std::span<const Object> objects);
+    /// Adds the objects at the end; `seen` shows the new state then. When this answers false `seen` is as it was, and
+    /// the first of the objects may have been added before the content changed.
+    bool appendFrom(Snapshot& seen, std::span<const Object> objects);
+
   private:
     using Buffer = detail::SnapshotBuffer;
     using Slot = detail::CountedSlot<Buffer>;
@@ -198,6 +218,9 @@ class SnapshotStore {
         Buffer::destroy(next);
         return false;
     }
+
+    /// Puts the draft's content in the place of `present`, unless another state is there by now.
+    bool publishFrom(const Snapshot& present, Draft& draft);
 
     mutable Slot slot_;
 };
@@ -239,20 +262,56 @@ Snapshot SnapshotStore::change(Build build) {
     for (;;) {
         Snapshot present = snapshot();
         Draft draft;
-        if (!build(present, draft)) return present;
-        Buffer* next = std::exchange(draft.buffer_, nullptr);
-        if (!present.buffer_) {
-            if (!next || slot_.replace(nullptr, next)) return present;
-            Buffer::destroy(next);
-            continue;
-        }
-        Buffer* arrived = slot_.arrive();
-        if (arrived == present.buffer_ && arrived->sealAt(present.count_)) {
-            if (slot_.replace(arrived, next)) return present;
-        }
-        if (arrived) slot_.leave(arrived);
-        if (next) Buffer::destroy(next);
+        if (!build(present, draft) || publishFrom(present, draft)) return present;
     }
+}
+
+inline bool SnapshotStore::publishFrom(const Snapshot& present, Draft& draft) {
+    // An empty content has a buffer too: it is another state than the empty one before it.
+    if (!draft.buffer_) draft.buffer_ = Buffer::make(0);
+    Buffer* arrived = slot_.arrive();
+    if (arrived == present.buffer_ && (!arrived || arrived->sealAt(present.count_)) &&
+        slot_.replace(arrived, draft.buffer_)) {
+        draft.buffer_ = nullptr;
+        return true;
+    }
+    if (arrived) slot_.leave(arrived);
+    return false;
+}
+
+inline bool SnapshotStore::replaceFrom(const Snapshot& seen, std::span<const Object> objects) {
+    Draft draft;
+    draft.reserve(objects.size());
+    for (Object object : objects) draft.add(object);
+    return publishFrom(seen, draft);
+}
+
+inline bool SnapshotStore::appendFrom(Snapshot& seen, std::span<const Object> objects) {
+    const std::size_t end = seen.count_ + objects.size();
+    if (!seen.buffer_ || end > seen.buffer_->capacity) {
+        Draft draft;
+        // What was added to once is likely to be added to again.
+        draft.reserve(seen.count_ == 0 ? end : end * 2);
+        for (std::size_t i = 0; i < seen.count_; ++i) draft.add(seen[i]);
+        for (Object object : objects) draft.add(object);
+        Buffer* next = draft.buffer_;
+        const std::size_t count = next->count.load(std::memory_order_relaxed);
+        Slot::keep(next);
+        if (!publishFrom(seen, draft)) return false;
+        seen = Snapshot(next, count);
+        return true;
+    }
+    Buffer* arrived = slot_.arrive();
+    bool isSame = arrived == seen.buffer_ && arrived->count.load(std::memory_order_acquire) == seen.count_;
+    std::size_t added = 0;
+    for (; isSame && added < objects.size(); ++added) {
+        retain(objects[added]);
+        isSame = arrived->appendAt(seen.count_ + added, objects[added].self);
+        if (!isSame) release(objects[added]);
+    }
+    if (arrived) slot_.leave(arrived);
+    if (isSame) seen.count_ = end;
+    return isSame;
 }
 
 inline Snapshot SnapshotStore::replaceAll(std::span<const Object> objects) {

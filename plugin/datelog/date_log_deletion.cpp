@@ -1,7 +1,9 @@
 // Deletion on the day's screen, and the counts of the day that follow it.
+#include "platform/dispatch.h"
 #include "plugin/companion/data_controller.h"
 #include "plugin/datelog/date_log_screen.h"
 #include "plugin/recents/deletion.h"
+#include "plugin/recents/search.h"
 
 namespace datelog {
 namespace {
@@ -43,16 +45,41 @@ void DateLogScreen::removeAllRecords() {
     if (QVDataController::sharedInstance().removeCallsFromDB(filter, day())) {
         clearCounts(dateEntry_.load(), filter);
         if (filter != Filter::All) recents::removeFromAllCalls(list(), filter);
-        state_.srcList.exchange(NSMutableArray{})->removeAllObjects();
-        objc::send<"clearCallLists">(screen());
+        dropLists();
     }
     objc::send<"initializeCallList">(screen());
     objc::send<"refreshTableData">(screen());
+    leaveEmptyDay();
+}
+
+void DateLogScreen::dropLists() {
+    state_.srcList.exchange(NSMutableArray{})->removeAllObjects();
+    objc::send<"clearCallLists">(screen());
+}
+
+void DateLogScreen::leaveEmptyDay() {
     if (isDayEmpty()) screen().navigationController().popToRootViewController(true);
 }
 
+void DateLogScreen::dropDeleted(Filter filter) {
+    clearCounts(dateEntry_.load(), filter);
+    dropLists();
+    if (!state_.searching) return;
+    state_.copyListOfItems.load()->removeAllObjects();
+    recents::forgetLoadedMatches(state_);
+}
+
+/// One row stands for all calls of the filter on its day: the others are gone with it.
 void DateLogScreen::removeRowData(QVCallEntry entry, NSIndexPath path) {
-    recents::removeRow(list(), entry, path, &recents::removeDayOf);
+    auto dropFromLists = [](const rows::CallList& list, Filter filter) {
+        objc::peerOf<DateLogScreen>(list.screen.self)->dropDeleted(filter);
+    };
+    auto showRemaining = [](const rows::CallList& list) {
+        objc::send<"refreshTableData">(list.screen);
+        dispatch::asyncOnMain(
+            [screen = objc::Strong(list.screen)] { objc::peerOf<DateLogScreen>(screen.self())->leaveEmptyDay(); });
+    };
+    recents::removeRow(list(), entry, path, {&recents::removeDayOf, dropFromLists, showRemaining});
 }
 
 }  // namespace datelog

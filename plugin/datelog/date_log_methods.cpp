@@ -23,6 +23,7 @@ void defineLife(objc::ClassDefinition<DateLogScreen>& definition) {
         .method<"setTotalDuration:", &DateLogScreen::setTotalDuration>()
         .method<"srcList", &DateLogScreen::srcList>()
         .method<"setSrcList:", &DateLogScreen::setSrcList>()
+        .method<"table", &DateLogScreen::table>()
         .method<"initWithStyle:", &DateLogScreen::initWithStyle>()
         .method<"viewDidLoad", &DateLogScreen::viewDidLoad>()
         .method<"viewWillAppear:", &DateLogScreen::viewWillAppear>()

@@ -5,11 +5,11 @@
 #include "plugin/companion/settings.h"
 #include "plugin/companion/utilities.h"
 #include "plugin/recents/filter_controls.h"
-#include "plugin/recents/lifecycle.h"
 #include "plugin/recents/scroll_offsets.h"
 #include "plugin/recents/search.h"
 #include "plugin/rows/filter_texts.h"
 #include "plugin/rows/navigation_stack.h"
+#include "plugin/rows/presentation.h"
 
 namespace datelog {
 namespace {
@@ -37,9 +37,8 @@ void DateLogScreen::viewDidLoad() {
     objc::send<"handleEnableDisableSearchAction:">(screen(), true);
     objc::send<"prepareSearchBarScopeTitlesAndTintColor">(screen());
 
-    recents::registerCells(screen().tableView());
-    auto found = screen().searchDisplayController().searchResultsTableView();
-    recents::registerCells(found);
+    rows::registerCells(state_, screen().tableView());
+    rows::registerCells(state_, screen().searchDisplayController().searchResultsTableView());
 }
 
 void DateLogScreen::showSegments() {

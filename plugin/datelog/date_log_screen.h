@@ -18,6 +18,9 @@ class DateLogScreen : public objc::PeerBase {
     /// The screen at work.
     rows::CallList list() { return {objc::as<CallListScreen>(self), state_}; }
 
+    /// The table, which the functions that are the Recents screen's too know by this name.
+    UITableView table() { return screen().tableView(); }
+
     // The day; set before the screen is pushed.
     objc::Strong<QVCallEntry> dateEntry() const { return dateEntry_.load(); }
     void setDateEntry(QVCallEntry entry) { dateEntry_.store(objc::Strong(entry)); }
@@ -60,6 +63,7 @@ class DateLogScreen : public objc::PeerBase {
     void removeAllRecords();
     /// Loads the lists again and deletes nothing. Kept so.
     void removeSearchedRecordsInBackGround();
+    /// Deletes every call of the filter on the row's day, and shows what is left.
     void removeRowData(QVCallEntry entry, NSIndexPath path);
 
     // Table. Main thread.
@@ -81,6 +85,10 @@ class DateLogScreen : public objc::PeerBase {
     void showSegments();
     void emptyLists();
     bool isDayEmpty() const { return dateEntry_.load()->callsOfDay() < 1; }
+    /// Lets the shown list and the companion's go, so that they are read again.
+    void dropLists();
+    void dropDeleted(Filter filter);
+    void leaveEmptyDay();
     objc::Strong<NSString> day() const;
     bool hasHeader() const;
     bool hasFooter() const;

@@ -16,6 +16,7 @@ constexpr CGFloat edgeHeight = 22.0;
 }  // namespace
 
 UITableViewCell DateLogScreen::cellForRow(UITableView table, NSIndexPath path) {
+    rows::registerMissingCells(state_, table);
     const std::int64_t rowCount = state_.rowCount;
     if (rows::isLoadMoreRow(path.row(), rowCount)) return rows::loadMoreCell(list(), table);
     auto cell = table.dequeueReusableCell<QVUITableViewCell>(text<"CellIdentifier">(), path);

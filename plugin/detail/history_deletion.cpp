@@ -136,6 +136,7 @@ void HistoryScreen::commitEditingStyle(UITableView table, NSInteger style, NSInd
 
 void HistoryScreen::removeLogRowData(QVCallEntry call) {
     if (QVDataController::sharedInstance().removeLogEntry(call, filter())) {
+        hasDeleted_ = true;
         logInfoList_.load()->removeObject(call);
         history_.load()->removeObject(call);
         objc::send<"initDetails">(screen());
@@ -179,10 +180,10 @@ void HistoryScreen::showLogDeleteAllRecordsFromDB(NSString label) {
                                                              objc::selector<"showLogDeleteAllRecordsAction">());
 }
 
-bool HistoryScreen::deleteShownCalls() {
+bool HistoryScreen::deleteCalls(NSArray shown) {
     auto calls = QVDataController::sharedInstance();
     if (!QVSettingsDataController::sharedInstance().isGroupContacts_Call())
-        return calls.removeLogEntriesFromDB(logInfoList_.load(), filter());
+        return calls.removeLogEntriesFromDB(shown, filter());
     auto entry = entry_.load();
     const SteeredEntry steered(entry, filter());
     return calls.removeLogEntryFromDB(entry, filter(), {}, logRowCount_);
@@ -210,8 +211,10 @@ void HistoryScreen::bringDaysInStep(NSArray deleted) {
 }
 
 void HistoryScreen::showLogDeleteAllRecordsAction() {
-    if (!deleteShownCalls()) return;
+    // One state of the list for the database and for the screen: a segment may change the list meanwhile.
     auto deleted = logInfoList_.load()->copy();
+    if (!deleteCalls(deleted)) return;
+    hasDeleted_ = true;
     if (QVSettingsDataController::sharedInstance().isGroupByDate())
         bringDaysInStep(deleted);
     else

@@ -120,15 +120,23 @@ void HistoryScreen::viewWillDisappear(bool animated) {
     auto calls = QVDataController::sharedInstance();
     auto entry = entry_.load();
     auto remaining = history_.load()->copy();
-    if (calls.isAnyRecDeleted() && remaining->count() == 0) {
+    const bool isDeletionToReport = takeDeletionToReport();
+    if (isDeletionToReport && remaining->count() == 0) {
         calls.allHistoryDeletedForEntry(entry);
-    } else if (calls.isAnyRecDeleted()) {
+    } else if (isDeletionToReport) {
         const auto chosen = representatives(remaining, entry);
         objc::send<"entryDeleted:">(delegate(), entry.get());
         calls.updateCallEntriesTimeStamp(callAt(remaining, chosen.newest), callAt(remaining, chosen.dialled),
                                          callAt(remaining, chosen.received), callAt(remaining, chosen.missed));
     }
     objc::sendSuper<"viewWillDisappear:">(screen(), objc::classOf<HistoryScreen>(), animated);
+}
+
+bool HistoryScreen::takeDeletionToReport() {
+    // The Recents screen answers the notification of a deletion at once, and clears the companion's flag with it.
+    const bool hasDeleted = hasDeleted_;
+    hasDeleted_ = false;
+    return QVDataController::sharedInstance().isAnyRecDeleted() || hasDeleted;
 }
 
 void HistoryScreen::viewDidDisappear(bool) {

@@ -43,7 +43,7 @@ class HistoryScreen : public objc::PeerBase {
     void viewDidLoad();
     /// Reads the history again. The base class is not sent it, on purpose.
     void viewWillAppear(bool animated);
-    /// Tells the companion, then the delegate, what remains after deletions.
+    /// Tells the delegate, then the companion, what remains after deletions.
     void viewWillDisappear(bool animated);
     /// Lets the lists go. The base class is not sent it, on purpose.
     void viewDidDisappear(bool animated);
@@ -88,7 +88,10 @@ class HistoryScreen : public objc::PeerBase {
     Filter filter() const { return static_cast<Filter>(filterType_.get()); }
     /// The call of the row; null beyond the list's end.
     objc::Strong<QVCallEntry> callOfRow(NSIndexPath path) const;
-    bool deleteShownCalls();
+    /// Whether a deletion is to be reported, by the companion's flag or by the screen's own memory, which is cleared.
+    bool takeDeletionToReport();
+    /// Deletes the calls of `shown`, a list of what the screen shows that nobody changes meanwhile.
+    bool deleteCalls(NSArray shown);
     void bringDaysInStep(NSArray deleted);
 
     objc::StrongSlot<UISegmentedControl> segmentControl_;
@@ -102,6 +105,7 @@ class HistoryScreen : public objc::PeerBase {
     rows::Relaxed<std::int64_t> logCallsDuration_;  // seconds
     rows::Relaxed<std::int64_t> filterType_;
     rows::Relaxed<bool> isLogEditing_;
+    rows::Relaxed<bool> hasDeleted_;  // and has not reported it yet
 };
 
 }  // namespace history

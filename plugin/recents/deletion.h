@@ -17,10 +17,17 @@ void showDeletionSheet(const CallList& list, BlockActionSheet sheet);
 void showDeletingIndicator(const CallList& list, SEL deletion);
 /// The list of all calls loses what the deletion of a filter's calls took.
 void removeFromAllCalls(const CallList& list, Filter filter);
-/// Deletes the call of a row that has left the table already, by `deleteFromDatabase` on the default queue; puts it
-/// back where that refuses.
-using DatabaseDeletion = bool (*)(QVCallEntry entry, Filter filter);
-void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, DatabaseDeletion deleteFromDatabase);
+/// How a screen deletes a row. All run on the default queue.
+struct RowDeletion {
+    /// Answers whether the database deleted it.
+    bool (*fromDatabase)(QVCallEntry entry, Filter filter);
+    /// After that, before the lists are loaded again. May be null.
+    void (*dropFromLists)(const CallList& list, Filter filter);
+    /// Once the lists are loaded again. May be null.
+    void (*showRemaining)(const CallList& list);
+};
+/// Deletes the call of a row that has left the table already; puts it back where the database refuses. Main thread.
+void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, const RowDeletion& deletion);
 /// Deletes every call of the entry's day of that filter, and counts the day out.
 bool removeDayOf(QVCallEntry entry, Filter filter);
 

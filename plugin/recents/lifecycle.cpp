@@ -10,6 +10,7 @@
 #include "plugin/host/recents_controller.h"
 #include "plugin/recents/filter_controls.h"
 #include "plugin/recents/scroll_offsets.h"
+#include "plugin/rows/presentation.h"
 
 namespace recents {
 namespace {
@@ -33,13 +34,6 @@ void reloadOnQueue(CallListScreen screen) {
 
 }  // namespace
 
-void registerCells(UITableView table) {
-    table.registerClass(cls<QVUITableViewCell>(), text<"CellIdentifier">());
-    table.registerClass(cls<QVLoadMoreRecordsCell>(), text<"MoreCellIdentifier">());
-    table.registerHeaderFooterClass(objc::Object{objc::raw(objc::classNamed<"UITableViewHeaderFooterView">())},
-                                    text<"Header">());
-}
-
 void viewDidLoad(CallList list) {
     host::setRecentsController(objc::as<PHRecentsViewController>(list.screen));
     host::setIndicatorUserInteraction(true);
@@ -47,8 +41,8 @@ void viewDidLoad(CallList list) {
     objc::send<"handleSegmentControler">(list.screen);
     objc::send<"initDatabase">(list.screen);
     objc::send<"handleEnableDisableSearchAction:">(list.screen, true);
-    registerCells(list.screen.table());
-    registerCells(list.screen.searchDisplayController().searchResultsTableView());
+    rows::registerCells(list.state, list.screen.table());
+    rows::registerCells(list.state, list.screen.searchDisplayController().searchResultsTableView());
     observeNotifications(list.screen);
 }
 

@@ -7,8 +7,6 @@ namespace recents {
 
 using rows::CallList;
 
-/// Registers what the table shows its rows and headers with.
-void registerCells(UITableView table);
 /// After the host's own, with Replace-Recents on: controls, first page, cells, observers.
 void viewDidLoad(CallList list);
 void viewDidAppear(CallList list, bool animated);

@@ -64,15 +64,17 @@ void searchOn(const CallList& list, const TakenRow& taken) {
     if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);
 }
 
-void deleteRow(const CallList& list, const TakenRow& taken, DatabaseDeletion deleteFromDatabase) {
+void deleteRow(const CallList& list, const TakenRow& taken, const RowDeletion& deletion) {
     auto& state = list.state;
-    if (!deleteFromDatabase(taken.entry, taken.filter)) {
+    if (!deletion.fromDatabase(taken.entry, taken.filter)) {
         putBack(list, taken);
         return;
     }
+    if (deletion.dropFromLists) deletion.dropFromLists(list, taken.filter);
     if (state.searching) objc::send<"updateSearchRecords:">(list.screen, taken.entry.get());
     objc::send<"initializeCallList">(list.screen);
     if (state.searching) searchOn(list, taken);
+    if (deletion.showRemaining) deletion.showRemaining(list);
     dispatch::asyncOnMain([screen = objc::Strong(list.screen), &state] { endEditingOfEmptyList({screen, state}); });
     darwin::post(text<"QuorvelCallRecordDeletedNotification">());
 }
@@ -116,17 +118,16 @@ bool removeDayOf(QVCallEntry entry, Filter filter) {
 }
 
 void removeRowData(CallList list, QVCallEntry entry, NSIndexPath path) {
-    removeRow(list, entry, path, &removeCallOrDay);
+    removeRow(list, entry, path, {&removeCallOrDay, nullptr, nullptr});
 }
 
-void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, DatabaseDeletion deleteFromDatabase) {
+void removeRow(const CallList& list, QVCallEntry entry, NSIndexPath path, const RowDeletion& deletion) {
     if (!entry) return;
     TakenRow taken{objc::Strong(entry), path.row(), list.state.filter(), shownList(list.state)};
-    dispatch::async(
-        dispatch::globalQueue(dispatch::Priority::Default),
-        [screen = objc::Strong(list.screen), taken = std::move(taken), &state = list.state, deleteFromDatabase] {
-            deleteRow({screen, state}, taken, deleteFromDatabase);
-        });
+    dispatch::async(dispatch::globalQueue(dispatch::Priority::Default),
+                    [screen = objc::Strong(list.screen), taken = std::move(taken), &state = list.state, deletion] {
+                        deleteRow({screen, state}, taken, deletion);
+                    });
 }
 
 void removeCallsFromCallList(CallList list, NSMutableArray deleted) {

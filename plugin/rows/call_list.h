@@ -56,6 +56,10 @@ struct CallListState {
     objc::StrongSlot<UIBarButtonItem> trashIcon;
     objc::StrongSlot<objc::Object> deleteActionSheet;
 
+    // The tables that cells are registered with: a screen has one, and one for what its search finds.
+    objc::StrongSlot<UITableView> lastPreparedTable;
+    objc::StrongSlot<UITableView> otherPreparedTable;
+
     Filter filter() const { return static_cast<Filter>(filterType.get()); }
     Relaxed<std::int64_t>& pagingMemory(Filter of) {
         return ofFilter(of, allCallCnt, dldCallCnt, rcdCallCnt, msdCallCnt);

@@ -44,6 +44,21 @@ objc::Strong<QVCallEntry> entryOfRow(const CallList& list, NSInteger row) {
     return shown->objectAtIndex<QVCallEntry>(static_cast<NSUInteger>(row));
 }
 
+void registerCells(CallListState& state, UITableView table) {
+    table.registerClass(cls<QVUITableViewCell>(), text<"CellIdentifier">());
+    table.registerClass(cls<QVLoadMoreRecordsCell>(), text<"MoreCellIdentifier">());
+    table.registerHeaderFooterClass(objc::Object{objc::raw(objc::classNamed<"UITableViewHeaderFooterView">())},
+                                    text<"Header">());
+    if (!table || state.lastPreparedTable.load().self() == table.self) return;
+    state.otherPreparedTable.store(state.lastPreparedTable.exchange(objc::Strong(table)));
+}
+
+void registerMissingCells(CallListState& state, UITableView table) {
+    const bool isPrepared =
+        state.lastPreparedTable.load().self() == table.self || state.otherPreparedTable.load().self() == table.self;
+    if (!isPrepared) registerCells(state, table);
+}
+
 NSInteger numberOfRowsInSection(CallList list, UITableView, NSInteger) {
     const CallListState& state = list.state;
     return numberOfRows({state.rowCount, state.totalCount,
@@ -68,6 +83,8 @@ UITableViewCell loadMoreCell(const CallList& list, UITableView table) {
 }
 
 UITableViewCell cellForRow(CallList list, UITableView table, NSIndexPath path) {
+    // The screen's view may have loaded while Replace-Recents was off.
+    registerMissingCells(list.state, table);
     const std::int64_t rowCount = list.state.rowCount;
     if (isLoadMoreRow(path.row(), rowCount)) return loadMoreCell(list, table);
 

@@ -30,6 +30,10 @@ NSString titleForHeader(CallList list, UITableView table, NSInteger section);
 /// Null while Replace-Recents is off or the list is empty. The footer setting is not asked here, on purpose.
 NSString titleForFooter(CallList list, UITableView table, NSInteger section);
 
+/// Registers what the table shows its rows and headers with; the state remembers that it did.
+void registerCells(CallListState& state, UITableView table);
+/// The same for a table that the state does not remember.
+void registerMissingCells(CallListState& state, UITableView table);
 /// The cell of the load-more row; showing it is what starts the load.
 UITableViewCell loadMoreCell(const CallList& list, UITableView table);
 /// Where pictures are wanted and the entry has a contact: sees to it that the picture comes into the companion's cache,

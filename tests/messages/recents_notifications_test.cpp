@@ -105,6 +105,50 @@ TEST_F(RecentsNotifications, aScreenSwitchedOnAfterItLoadedAnswersThePluginsWayW
     settle();
     EXPECT_EQ(rows(), 3);
     EXPECT_EQ(segments(), nullptr);
+    EXPECT_THAT(found(), ElementsAre(1, 2, 3)) << "cells are registered when the first one is asked for";
+}
+
+TEST_F(RecentsNotifications, aScreenSwitchedOnAfterItLoadedShowsItsLoadMoreRowAndItsCellsAgainAfterOffAndOn) {
+    for (const int filter : {1, 2, 3, 4}) companion().setRows(filter, people(60));
+    companion().isReplaceRecentsOn = false;
+    open();
+    for (int round = 0; round < 2; ++round) {
+        companion().isReplaceRecentsOn = true;
+        companion().isNeedToLoadData = true;
+        send<"viewDidAppear:">(false);
+        settle();
+        EXPECT_EQ(rows(), 51);
+        EXPECT_EQ(shownAt(0), 1);
+        const auto path = objc::sendClass<"NSIndexPath", "indexPathForRow:inSection:", objc::Object>(50L, 0L);
+        EXPECT_TRUE((send<"tableView:cellForRowAtIndexPath:", objc::Object>(table()->object(), path)));
+        settle();
+        EXPECT_EQ(rows(), 60);
+        companion().isReplaceRecentsOn = false;
+        send<"viewDidAppear:">(false);
+        settle();
+        EXPECT_EQ(rows(), 0) << "the host's";
+    }
+}
+
+TEST_F(RecentsNotifications, cellsAreRegisteredWithEachTableOnce) {
+    companion().setRows(1, people(3));
+    companion().isReplaceRecentsOn = false;
+    open();
+    companion().isReplaceRecentsOn = true;
+    companion().isNeedToLoadData = true;
+    send<"viewAppearedAction">();
+    settle();
+    const auto results = objc::Ref<uikit::TableView>::make<"initWithFrame:">(uikit::Rect{{0, 0}, {320, 568}});
+    int registrations = 0;
+    const auto error = substrate::trace::begin({"UITableView"}, [&](const std::string& line) {
+        registrations += line.find("registerClass:forCellReuseIdentifier:") != std::string::npos ? 1 : 0;
+    });
+    ASSERT_FALSE(error) << *error;
+    const auto path = objc::sendClass<"NSIndexPath", "indexPathForRow:inSection:", objc::Object>(0L, 0L);
+    for (int round = 0; round < 2; ++round)
+        for (auto* each : {table(), results.get()})
+            EXPECT_TRUE((send<"tableView:cellForRowAtIndexPath:", objc::Object>(each->object(), path)));
+    EXPECT_EQ(registrations, 4) << "two kinds of cells, two tables";
 }
 
 }  // namespace

@@ -131,8 +131,7 @@ class Base : public uikit::TableViewController {
   public:
     using Super = uikit::TableViewController;
     static constexpr objc::Name className{"QVBaseTableViewController"};
-    uikit::TableView* table() { return tableView(); }
-    static void define(objc::ClassDefinition<Base>& definition) { definition.method<"table", &Base::table>(); }
+    static void define(objc::ClassDefinition<Base>&) {}
 };
 
 void registerAll() {

@@ -224,6 +224,80 @@ TEST_F(SnapshotArray, replacingAllAnswersTheFormerContent) {
     EXPECT_EQ(values(), (std::vector<int>{4}));
 }
 
+TEST_F(SnapshotArray, addsToTheStateThatWasSeenAndShowsTheNewOne) {
+    for (const int held : {0, 1, 8, 20}) {
+        array_->removeAllObjects();
+        fill(held);
+        auto seen = array_->snapshot();
+        for (const int value : {100, 101, 102}) {
+            const Strong<Object> first = makeTracked(value);
+            const Strong<Object> second = makeTracked(-value);
+            const std::array<Object, 2> two{first.get(), second.get()};
+            ASSERT_TRUE(array_->appendFrom(seen, two)) << held;
+            EXPECT_EQ(values(seen), values());
+        }
+        EXPECT_EQ(seen.size(), static_cast<std::size_t>(held) + 6);
+        EXPECT_TRUE(array_->appendFrom(seen, {}));
+    }
+}
+
+TEST_F(SnapshotArray, addsAndReplacesNothingInAnotherStateThanTheOneThatWasSeen) {
+    const Strong<Object> object = makeTracked(100);
+    const std::array<Object, 1> one{object.get()};
+    const auto isRefusedAfter = [&](auto change) {
+        auto seen = array_->snapshot();
+        change();
+        const auto present = values();
+        EXPECT_FALSE(array_->appendFrom(seen, one));
+        EXPECT_FALSE(array_->replaceFrom(seen, one));
+        EXPECT_EQ(values(), present);
+    };
+    isRefusedAfter([&] { array_->removeAllObjects(); });
+    isRefusedAfter([&] { array_->removeAllObjects(); });  // empty again is another state
+    isRefusedAfter([&] { fill(1); });
+    isRefusedAfter([&] { fill(1); });
+    isRefusedAfter([&] { array_->removeLastObject(); });
+    isRefusedAfter([&] {
+        const auto before = array_->snapshot();
+        array_->removeLastObject();
+        array_->append(before[0]);
+    });
+    const auto seen = array_->snapshot();
+    EXPECT_TRUE(array_->replaceFrom(seen, one));
+    EXPECT_EQ(values(), (std::vector{100}));
+    EXPECT_FALSE(array_->replaceFrom(seen, one));
+}
+
+// One thread begins the array anew with a number of its round, again and again; others add to the states that they see
+// what these begin with. So no state ever holds two numbers.
+TEST_F(SnapshotArray, whatIsAddedToAStateIsNeverInALaterOneThatWasBegunAnew) {
+    constexpr int rounds = 3000;
+    std::atomic<bool> isOver{false};
+    std::atomic<int> mixed{0};
+    onThreads(4, [&](int index) {
+        objc::AutoreleasePool pool;
+        if (index == 0) {
+            for (int round = 0; round < rounds; ++round) {
+                const Strong<Object> object = makeTracked(round);
+                const Object begun = object.get();
+                array_->replaceAll(std::span(&begun, 1));
+            }
+            isOver = true;
+            return;
+        }
+        while (!isOver) {
+            auto seen = array_->snapshot();
+            for (const int value : values(seen))
+                if (value != values(seen).front()) ++mixed;
+            if (seen.size() == 0 || seen.size() > 20) continue;
+            const Object first = seen[0];
+            const std::array<Object, 3> three{first, first, first};
+            static_cast<void>(array_->appendFrom(seen, three));
+        }
+    });
+    EXPECT_EQ(mixed, 0);
+}
+
 TEST_F(SnapshotArray, nothingStaysBehindWhenItGoes) {
     {
         objc::AutoreleasePool pool;

@@ -43,6 +43,38 @@ TEST_F(CountsTest, aCountIsOfTheRowsThatTheListHas) {
     EXPECT_EQ((objc::send<"getTotalCallDuration:", std::int64_t>(object(), all)), 125);
 }
 
+TEST_F(CountsTest, aCountThatIsSetIsTheLogsOwnAllTheSame) {
+    add({{"1", noon, 10}, {"2", noon + 1, 20}});
+    objc::send<"getTotalCallCount:", std::int64_t>(object(), all);
+    objc::send<"setAllCallsCount:">(object(), std::int64_t{7});
+    EXPECT_EQ(count(all), 2);
+    add({{"3", noon + 2, 5}});
+    EXPECT_EQ(count(all), 2) << "nobody said that calls came";
+    objc::send<"setAllCallsCount:">(object(), std::int64_t{7});
+    EXPECT_EQ(count(all), 3);
+    EXPECT_EQ(duration(all), 35);
+}
+
+TEST_F(CountsTest, aCountThatIsMadeUnknownStaysSoUntilItIsAskedOfTheLog) {
+    add({{"1", noon}});
+    objc::send<"getTotalCallCount:", std::int64_t>(object(), all);
+    objc::send<"setAllCallsCount:">(object(), std::int64_t{0});
+    EXPECT_EQ(count(all), 0);
+    EXPECT_EQ((objc::send<"getTotalCallCount:", std::int64_t>(object(), all)), 1);
+    EXPECT_EQ(count(all), 1);
+}
+
+TEST_F(CountsTest, aKnownCountFollowsTheGrouping) {
+    add({{"1", noon}, {"1", noon + 1}, {"1", noon + day}});
+    objc::send<"getTotalCallCount:", std::int64_t>(object(), all);
+    EXPECT_EQ(count(all), 3);
+    setSetting("isGroupByDate", "on");
+    EXPECT_EQ(count(all), 2);
+    setSetting("isGroupByDate", "off");
+    setSetting("isGroupContacts_Call", "on");
+    EXPECT_EQ(count(all), 1);
+}
+
 TEST_F(CountsTest, durationsReadAsHoursMinutesAndSeconds) {
     const std::pair<std::int64_t, const char*> cases[] = {{0, "0:00:00"},      {59, "0:00:59"},       {61, "0:01:01"},
                                                           {45184, "12:33:04"}, {360000, "100:00:00"}, {-5, "0:00:00"}};

@@ -116,14 +116,35 @@ TEST_F(DeletionTest, aSearchedCallOfAFoldedRowGoesAlone) {
     EXPECT_EQ(entry(list(all), 0).count, 2);
 }
 
-TEST_F(DeletionTest, theScreenTakesADeletedDayOffTheNumberOfDays) {
+TEST_F(DeletionTest, aDayThatEveryScreenTakesOffTheNumberOfDaysIsTakenOffOnce) {
     setSetting("isGroupByDate", "on");
     mixed();
+    add({{"6", noon + 2 * day}});
     read(9, 0, all);
     objc::send<"getTotalCallCount:", std::int64_t>(object(), all);
     EXPECT_TRUE(removeCalls(all, "2024-06-15"));
     EXPECT_EQ(count(all), 2);
-    EXPECT_EQ((get<"dateCallsList", NSMutableArray>().count()), 1U);
+    for (int screen = 0; screen < 3; ++screen) {
+        objc::send<"setAllCallsCount:">(object(), count(all) - 1);
+        EXPECT_EQ(count(all), 2);
+    }
+    EXPECT_EQ((get<"dateCallsList", NSMutableArray>().count()), 2U);
+}
+
+TEST_F(DeletionTest, aDayThatAHistoryEmptiesIsOffTheNumberOfDaysBeforeAnyScreenSaysSo) {
+    setSetting("isGroupByDate", "on");
+    add({{"1", noon}, {"2", noon + day}, {"2", noon + day + 1}});
+    read(9, 0, all);
+    objc::send<"getTotalCallCount:", std::int64_t>(object(), all);
+    const auto gone = [](const char* number) {
+        return objc::send<"getSearchedRecordsFromDB:searchString:date:", NSArray>(object(), all, ns(number),
+                                                                                  NSString{});
+    };
+    EXPECT_TRUE((objc::send<"removeLogEntry:calFilterType:", bool>(object(), gone("1").objectAtIndex(0), all)));
+    EXPECT_EQ(count(all), 1);
+    EXPECT_TRUE((objc::send<"removeLogEntriesFromDB:calFilterType:", bool>(object(), gone("2"), all)));
+    objc::send<"setAllCallsCount:">(object(), std::int64_t{-1});
+    EXPECT_EQ(count(all), 0);
 }
 
 TEST_F(DeletionTest, aDayShowsWhatRemainsOfIt) {

@@ -1,6 +1,8 @@
 // Reading pages into the lists: appending, new lists, old holders, every mode against a plain model.
 #include <rapidcheck.h>
 
+#include <functional>
+
 #include "desktop/quorvel/store/import_session.h"
 #include "fixture.h"
 
@@ -101,6 +103,68 @@ TEST_F(PagingTest, aPageAskedForBelowTheEndOfTheListLeavesNoGap) {
     list(all).removeAllObjects();
     read(2, 2, all);
     EXPECT_EQ(rowIds(list(all)), (std::vector{6, 5, 4, 3}));
+}
+
+/// Runs `work` once, while the next entry is made: the page has been read by then and is not in the list yet.
+void whileAPageIsUnderWay(std::function<void()> work) {
+    static std::function<void()> once;
+    static const auto init = +[](id self, SEL) {
+        if (const auto now = std::exchange(once, nullptr)) now();
+        return self;
+    };
+    once = std::move(work);
+    class_addMethod(objc::classNamed<"QVCallEntry">(), objc::selector<"init">(), reinterpret_cast<IMP>(init), "@@:");
+}
+
+TEST_F(PagingTest, aFirstPageThatWasReadBeforeTheListWasEmptiedIsReadAgain) {
+    add(row(3));
+    read(1, 0, all);
+    list(all).removeAllObjects();
+    whileAPageIsUnderWay([] {
+        add({{"200", noon + day}});
+        list(all).removeAllObjects();
+    });
+    read(3, 0, all);
+    EXPECT_EQ(rowIds(list(all)), (std::vector{4, 3, 2})) << "the call that came is there";
+}
+
+TEST_F(PagingTest, aNextPageThatWasReadBeforeTheListWasEmptiedIsReadAgain) {
+    add(row(6));
+    read(2, 0, all);
+    whileAPageIsUnderWay([] {
+        add({{"200", noon + day}});
+        list(all).removeAllObjects();
+    });
+    read(2, 2, all);
+    EXPECT_EQ(rowIds(list(all)), (std::vector{7, 6, 5, 4}));
+}
+
+TEST_F(PagingTest, aDaysPageThatWasReadBeforeTheListWasEmptiedIsReadAgain) {
+    add(row(2));
+    whileAPageIsUnderWay([] {
+        add({{"200", noon + 600}});
+        list(all).removeAllObjects();
+    });
+    read(0, 0, all);
+    objc::send<"setCallList:">(object(), NSMutableArray::make().get());
+    objc::send<"readCallsForDate:offset:flag:date:">(object(), objc::Object{}, std::int64_t{0}, all, ns("2024-06-15"));
+    EXPECT_EQ(rowIds(list(all)), (std::vector{3, 2, 1}));
+}
+
+TEST_F(PagingTest, foldedRowsThatWereReadBeforeTheListWasEmptiedAreNotPutBack) {
+    setSetting("isGroupContacts_Call", "on");
+    add({{"1", noon}, {"2", noon + 1}, {"1", noon + 2}});
+    read(9, 0, all);
+    const auto found =
+        objc::send<"getSearchedRecordsFromDB:searchString:date:", NSArray>(object(), all, ns("2"), NSString{});
+    whileAPageIsUnderWay([] {
+        // The row that two others become once the one between them is gone is made.
+        list(all).removeAllObjects();
+    });
+    list(all).removeObjectAtIndex(0);
+    EXPECT_TRUE(
+        (objc::send<"removeData:calFilterType:date:", bool>(object(), found.objectAtIndex(0), all, objc::Object{})));
+    EXPECT_EQ(list(all).count(), 0U);
 }
 
 TEST_F(PagingTest, eachFilterHasItsOwnListAndAnyOtherCodeMeansAll) {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/scenarios/phone_process.h"
 
 namespace {
@@ -122,6 +124,79 @@ TEST(ADay, showsWhatAHistoryAboveItHasLeft) {
     EXPECT_EQ(shown.status, 0) << shown.errors;
     EXPECT_THAT(shown.linesOf("rows"), ElementsAre("rows 1"));
     EXPECT_THAT(shown.linesOf("footer"), ElementsAre("footer \"1 call, 0:00:40\""));
+}
+
+/// Eight days with a call each, all with numbers of their own but for the newest two.
+std::vector<NewCall> eightDays() {
+    std::vector<NewCall> calls;
+    for (int i = 7; i >= 0; --i) {
+        calls.push_back(call("", noon - i * day, 10));
+        calls.back().address = "+4930123456" + std::to_string(10 + std::max(i, 1));
+    }
+    return calls;
+}
+
+/// What Recents shows of the days, page by page.
+struct Days {
+    std::vector<std::string> rows;
+    std::vector<std::string> footers;
+};
+Days daysAfter(const std::string& deletion, const Handset& handset) {
+    handset.fill(eightDays());
+    EXPECT_EQ(handset.run("set region DE\nset isGroupByDate on\nset minRec_Call 5\n").status, 0);
+    const auto shown = handset.run(deletion + "swipe 4\nshow\nleave\nreturn\nshow\nscroll end\nscroll end\nshow\n");
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(shown.linesOf("screen"), testing::Each("screen PHRecentsViewController"));
+    return {shown.linesOf("rows"), shown.linesOf("footer")};
+}
+
+TEST(ADay, thatAHistoryEmptiesIsTakenOffTheNumberOfDaysOnce) {
+    const Handset handset;
+    const auto shown =
+        daysAfter("tap row 0\ntap detail 0\ntap \"Call History\"\nswipe 0\ntap back\ntap back\n", handset);
+    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
+    EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
+}
+
+TEST(ADay, thatASwipeOnItsScreenEmptiesIsTakenOffTheNumberOfDaysOnce) {
+    const Handset handset;
+    const auto shown = daysAfter("tap row 0\nswipe 0\n", handset);
+    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
+    EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
+}
+
+TEST(ADay, thatADeletionOfAHistoryEmptiesIsTakenOffTheNumberOfDaysOnce) {
+    const Handset handset;
+    const auto shown = daysAfter(
+        "tap row 2\ntap detail 0\ntap \"Call History\"\ntap right\ntap left\ntap \"Delete All Calls\"\n", handset);
+    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
+    EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
+}
+
+TEST(ADay, losesAllCallsOfAKindByOneSwipeAndShowsTheOthers) {
+    const Handset handset;
+    handset.fill(threeDays());
+    ASSERT_EQ(handset.run("set region DE\nset isGroupByDate on\n").status, 0);
+    const auto shown =
+        handset.run("tap row 1\ntap segment 2\nshow\nswipe 0\nshow\ntap segment 0\nshow\nswipe 0\nshow\n");
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(shown.linesOf("screen"),
+                ElementsAre("screen QVDateLogViewController", "screen QVDateLogViewController",
+                            "screen QVDateLogViewController", "screen PHRecentsViewController"));
+    EXPECT_THAT(shown.linesOf("rows"), ElementsAre("rows 2", "rows 0", "rows 1", "rows 2"));
+    EXPECT_THAT(shown.linesOf("footer"),
+                ElementsAre("footer \"2 calls, 0:01:00\"", "footer \"1 call, 0:00:20\"", "footer \"2 days, 0:01:40\""));
+}
+
+TEST(ACard, losesTheCallThatTheHistoryAboveItDeleted) {
+    const Handset handset;
+    handset.fill(threeDays());
+    ASSERT_EQ(handset.run("set region DE\n").status, 0);
+    const auto shown = handset.run("tap detail 0\nshow\ntap \"Call History\"\nswipe 0\ntap back\nshow\n");
+    EXPECT_EQ(shown.status, 0) << shown.errors;
+    EXPECT_THAT(shown.linesOf("added"),
+                ElementsAre("added \"Saturday, June 15, 2024\" \"12:01\" \"0:40\" \"12:00\" \"Call History\"",
+                            "added \"Saturday, June 15, 2024\" \"12:00\" \"Call History\""));
 }
 
 TEST(ADay, isLeftForRecentsOnceItsLastCallIsDeletedInAHistory) {

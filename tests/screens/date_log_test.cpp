@@ -8,6 +8,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
@@ -68,6 +69,20 @@ class DateLogTest : public ScreenTest {
     }
     void removeAll() {
         objc::send<"removeAllRecordsInBackGround">(screen_.get());
+        settle();
+    }
+    void swipe(long row) {
+        const auto front = screen_->searchDisplayController().searchResultsTableView();
+        const bool isSearching = objc::send<"isActive", bool>(screen_->searchDisplayController());
+        objc::send<"tableView:commitEditingStyle:forRowAtIndexPath:">(
+            screen_.get(), isSearching ? front : screen_->tableView(), 1L, rowPath(row));
+        settle();
+    }
+    /// The rows that the table itself has.
+    long tableRows() const { return objc::send<"numberOfRowsInSection:", long>(screen_->tableView(), 0L); }
+    void chooseScope(long index) {
+        objc::send<"searchDisplayController:shouldReloadTableForSearchScope:", bool>(
+            screen_.get(), screen_->searchDisplayController(), index);
         settle();
     }
     void search(const char* text) {
@@ -166,10 +181,12 @@ TEST_F(DateLogTest, ofADayWithoutCallsGoesBackToTheRootOnceItHasAppeared) {
     auto empty = objc::make<QVCallEntry>(objc::classNamed<"QVCallEntry">());
     objc::send<"setGrpByDate:">(empty.get(), ns("2024-01-01"));
     service().dateCallsList().addObject(empty);
-    const auto days = service().allCallsCount();
+    trace({"QVDataController"});
     openDay(service().dateCallsList().count() - 1);
     EXPECT_THAT(stack(), ElementsAre("PHRecentsViewController"));
-    EXPECT_EQ(service().allCallsCount(), days - 1);
+    EXPECT_THAT(traced(), Contains("setAllCallsCount: 2"));
+    EXPECT_EQ(service().dateCallsList().count(), 3U);
+    EXPECT_EQ(service().allCallsCount(), 3) << "the log never had that day";
 }
 
 TEST_F(DateLogTest, removesItsDayFromTheListOfDaysWhenItLeavesItEmpty) {
@@ -302,6 +319,68 @@ TEST_F(DateLogTest, aSwipedRowIsDeletedByItsDayWhateverTheGrouping) {
     settle();
     EXPECT_THAT(traced(), Contains("removeCallsFromDB:date: 4 \"2024-06-15\""));
     EXPECT_EQ(deletionsAnnounced(), 1);
+}
+
+TEST_F(DateLogTest, aSwipedRowLeavesNoOtherRowOfItsKindOnTheScreen) {
+    fill(threeDays());
+    startByDate();
+    openDay();
+    chooseSegment(1);
+    EXPECT_EQ(screen_->rows(), 2);
+    swipe(0);
+    EXPECT_EQ(screen_->rows(), 0);
+    EXPECT_EQ(tableRows(), 0) << "the table has asked again";
+    EXPECT_FALSE(screen_->header());
+    EXPECT_EQ(dayEntry_->dldCallsCnt(), 0);
+    EXPECT_EQ(dayEntry_->dldCallsDuration(), 0);
+    EXPECT_THAT(stack(), ElementsAre("PHRecentsViewController", "QVDateLogViewController"));
+    chooseSegment(0);
+    EXPECT_THAT(numbers(screen_->srcList()), ElementsAre("+4930400", "+4930300"));
+    EXPECT_EQ(utf8(screen_->footer()), "2 calls, 0:00:30");
+}
+
+TEST_F(DateLogTest, aSwipedRowThatEmptiesItsDayLeavesForTheRoot) {
+    fill(threeDays());
+    startByDate();
+    openDay(2);
+    swipe(0);
+    EXPECT_THAT(log(), Not(Contains(HasSubstr(" -2 "))));
+    EXPECT_THAT(stack(), ElementsAre("PHRecentsViewController"));
+    EXPECT_EQ(service().dateCallsList().count(), 2U);
+}
+
+TEST_F(DateLogTest, aSwipedResultLeavesNoResultOfItsDay) {
+    fill(threeDays());
+    startByDate();
+    openDay();
+    search("+4930");
+    EXPECT_EQ(screen_->rows(), 4);
+    chooseScope(1);
+    objc::send<"loadMoreSearchedRecords">(screen_.get());
+    EXPECT_EQ(screen_->rows(), 2);
+    swipe(0);
+    objc::send<"loadMoreSearchedRecords">(screen_.get());
+    EXPECT_EQ(screen_->rows(), 0);
+    EXPECT_THAT(log(), Not(Contains(HasSubstr(" 0 1 "))));
+}
+
+TEST_F(DateLogTest, aSwipedRowThatTheDatabaseRefusesComesBackBesideTheOthers) {
+    fill(threeDays());
+    startByDate();
+    openDay();
+    closeDatabase();
+    swipe(0);
+    EXPECT_EQ(screen_->rows(), 4);
+    EXPECT_THAT(stack(), ElementsAre("PHRecentsViewController", "QVDateLogViewController"));
+}
+
+TEST_F(DateLogTest, answersItsTableItselfSinceItsBaseDoesNot) {
+    fill(threeDays());
+    startByDate();
+    openDay();
+    EXPECT_EQ((objc::send<"table", UITableView>(screen_.get()).self), screen_->tableView().self);
+    const auto base = class_getSuperclass(object_getClass(screen_.self()));
+    EXPECT_FALSE(class_respondsToSelector(base, objc::selector<"table">()));
 }
 
 TEST_F(DateLogTest, itsEntryTakesOverTheNewestCallOfTheDay) {

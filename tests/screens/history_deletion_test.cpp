@@ -1,4 +1,7 @@
 // The history screen's edit mode, deletions and closing.
+#include <functional>
+#include <utility>
+
 #include "platform/dispatch.h"
 #include "tests/screens/history_fixture.h"
 
@@ -185,6 +188,28 @@ TEST_F(HistoryDeletion, ofAllOfAFilterTakesThoseAndKeepsTheScreen) {
     EXPECT_THAT(stack(), ElementsAre("PHRecentsViewController", "QVLogViewController"));
 }
 
+/// What the test does while the database deletes listed calls.
+std::function<void()> whileListedCallsAreDeleted;
+IMP deleteListedCalls = nullptr;
+bool deleteListedCallsLater(id self, SEL selector, id entries, std::int64_t filter) {
+    if (const auto now = std::exchange(whileListedCallsAreDeleted, nullptr)) now();
+    return objc::detail::typed<bool (*)(id, SEL, id, std::int64_t)>(deleteListedCalls)(self, selector, entries, filter);
+}
+
+TEST_F(HistoryDeletion, ofAllTakesWhatWasShownWhenItBeganThoughAnotherKindIsChosenMeanwhile) {
+    fill(oneOfEach());
+    open();
+    const SEL selector = objc::selector<"removeLogEntriesFromDB:calFilterType:">();
+    const auto method = class_getInstanceMethod(objc::classNamed<"QVDataController">(), selector);
+    deleteListedCalls =
+        method_setImplementation(const_cast<Method>(method), objc::implementation(&deleteListedCallsLater));
+    whileListedCallsAreDeleted = [this] { screen_->chooseSegment(3); };
+    objc::send<"showLogDeleteAllRecordsAction">(screen_.get());
+    method_setImplementation(const_cast<Method>(method), deleteListedCalls);
+    EXPECT_THAT(log(), ElementsAre("+4930200 -1 0 7"));
+    EXPECT_EQ(screen_->history().count(), 0U) << "the screen lost what the database lost";
+}
+
 TEST_F(HistoryDeletion, ofAllClosesTheScreenOnceTheIndicatorIsGone) {
     fill(oneOfEach());
     open();
@@ -271,15 +296,17 @@ TEST_F(HistoryDays, losesTheDeletedCallsAndGoesWhenItIsEmpty) {
     auto today = objc::Strong(dayEntry("2024-06-15", 0, 0, 1));      // the missed call
     auto yesterday = objc::Strong(dayEntry("2024-06-14", 1, 2, 0));  // a received one among others
     auto dayBefore = objc::Strong(dayEntry("2024-06-13", 3, 0, 0));  // a dialled one among others
-    service().setAllCallsCount(10);
+    trace({"QVDataController"});
     objc::send<"showLogDeleteAllRecordsAction">(screen_.get());
+    const auto sent = traced();
     EXPECT_EQ(today->msdCallsCnt(), 0);
     EXPECT_EQ(yesterday->rcdCallsCnt(), 1);
     EXPECT_EQ(yesterday->rcdCallsDuration(), 70);
     EXPECT_EQ(dayBefore->dldCallsCnt(), 2);
     EXPECT_EQ(dayBefore->dldCallsDuration(), 40);
     EXPECT_EQ(service().dateCallsList().count(), 2U);
-    EXPECT_EQ(service().allCallsCount(), 9);
+    // The deletion left one of the log's four days, and the screen takes off the one that its list lost.
+    EXPECT_THAT(sent, Contains("setAllCallsCount: 0"));
     EXPECT_EQ(screen_->history().count(), 0U);
     EXPECT_EQ(screen_->logInfoList().count(), 0U);
 }

@@ -49,6 +49,35 @@ TEST_F(HistoryLeaving, tellsTheDelegateThenTheCompanionWhatRemains) {
     EXPECT_THAT(delegate_->deleted, ElementsAre(entry()));
 }
 
+/// Recents answers the notification of a single deletion at once, and clears the companion's flag with it.
+TEST_F(HistoryLeaving, reportsItsOwnDeletionOnceThoughTheFlagWasClearedMeanwhile) {
+    fill(oneOfEach());
+    open();
+    screen_->commitDeletion(1);
+    settle();
+    service().setIsAnyRecDeleted(false);
+    EXPECT_THAT(reported(), ElementsAre("entryDeleted: <QVCallEntry>", StartsWith("updateCallEntriesTimeStamp:")));
+    EXPECT_THAT(reported(), IsEmpty());
+}
+
+TEST_F(HistoryLeaving, reportsThatItDeletedAllOfAKindThoughTheFlagWasClearedMeanwhile) {
+    fill(oneOfEach());
+    open();
+    screen_->chooseSegment(1);
+    objc::send<"showLogDeleteAllRecordsAction">(screen_.get());
+    service().setIsAnyRecDeleted(false);
+    EXPECT_THAT(reported(), ElementsAre("entryDeleted: <QVCallEntry>", StartsWith("updateCallEntriesTimeStamp:")));
+}
+
+TEST_F(HistoryLeaving, reportsNoDeletionThatWasRefused) {
+    fill(oneOfEach());
+    open();
+    closeDatabase();
+    screen_->commitDeletion(0);
+    objc::send<"showLogDeleteAllRecordsAction">(screen_.get());
+    EXPECT_THAT(reported(), IsEmpty());
+}
+
 TEST_F(HistoryLeaving, saysNilForAKindThatHasNoCallLeft) {
     fill({{.address = "+4930100", .date = noon, .flags = outgoing}});
     open();

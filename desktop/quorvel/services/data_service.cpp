@@ -125,71 +125,66 @@ objc::Ref<CallEntry> DataService::dayOf(const store::CallRecord& record) {
     return known->second;
 }
 
-/// Appends the page's rows, and remembers where the next page begins. What rows say of numbers is worked out before the
-/// first of them can be seen, and an empty list gets them in one change: who counts it meanwhile takes no part of a
-/// page for the whole.
-void DataService::append(List& list, const store::Page& page, store::Mode mode) {
-    const auto array = arrayIn(list);
-    const auto made = objc::Ref<CallArray>::make();
-    for (const auto& record : page.rows) {
-        const auto entry = &list == &lists_[dayList] ? dayOf(record) : CallEntry::of(record, texts_);
-        made->append(objc::Object{entry.self()});
-        list.last = objc::Strong<>(objc::Object{entry.self()});
-    }
-    if (array->count() == 0) {
-        array->addObjectsFromArray(objc::Object{made.self()});
-    } else {
-        const auto entries = made->snapshot();
-        for (std::size_t i = 0; i < entries.size(); ++i) array->append(objc::Object{entries[i]});
-    }
+/// Appends the page's rows to the state of the list that the page was read for, and remembers where the next page
+/// begins. What rows say of numbers is worked out before the first of them can be seen, and an empty list gets them in
+/// one change: who counts it meanwhile takes no part of a page for the whole.
+bool DataService::append(List& list, CallArray& array, objc::Snapshot& seen, const store::Page& page,
+                         store::Mode mode) {
+    std::vector<objc::Ref<CallEntry>> entries;
+    for (const auto& record : page.rows)
+        entries.push_back(&list == &lists_[dayList] ? dayOf(record) : CallEntry::of(record, texts_));
+    if (!array.appendFrom(seen, objectsOf(entries))) return false;
+    if (!entries.empty()) list.last = objc::Strong<>(objc::Object{entries.back().self()});
     list.below = page.next;
     list.mode = mode;
+    return true;
 }
 
 void DataService::readCalls(std::int64_t count, std::int64_t offset, std::int64_t code) {
-    if (!store_) return;
+    if (!store_ || count <= 0) return;
     const std::lock_guard lock(filling_);
-    const store::Filter filter = store::filterOf(code);
-    const store::Mode mode = presentMode();
-    List& list = lists_[listIndex(filter, mode)];
-    const auto array = arrayIn(list);
-    // The list is never given a row twice and never left with a gap: another thread may have emptied it meanwhile.
-    const auto held = array->snapshot();
-    const auto first = static_cast<std::int64_t>(held.size());
     std::int64_t end = 0;
     if (__builtin_add_overflow(count, std::max<std::int64_t>(offset, 0), &end)) end = store::noLimit;
-    const std::int64_t wanted = end - first;
-    if (count <= 0 || wanted <= 0) return;
-    if (first == 0) list.day.clear();
-
-    store::Cursor cursor = store::Cursor::top();
-    if (first > 0) {
-        // By key where the list ends as it was left, so that calls that arrived above shift nothing.
-        const bool isContinued = held[held.size() - 1] == list.last.get() && list.mode == mode && list.day.empty();
-        if (isContinued) {
-            cursor = list.below;
-        } else {
-            const auto found = store_->cursorAt(filter, mode, first);
-            if (!found) return report("the place in the list could not be found", found.error());
-            cursor = *found;
-        }
+    const store::Filter filter = store::filterOf(code);
+    // A list that a screen empties or shortens meanwhile is read again: pages from before that may lack a call.
+    while (!readUpTo(end, filter, presentMode())) {
     }
-    std::int64_t appended = 0;
-    for (bool atEnd = false; !atEnd && appended < wanted;) {
-        const auto page = store_->page(filter, mode, cursor, std::min(wanted - appended, mostAtOnce));
+}
+
+/// By key where the list ends as it was left, so that calls that arrived above shift nothing.
+store::Result<store::Cursor> DataService::placeBelow(const List& list, const objc::Snapshot& held, store::Filter filter,
+                                                     store::Mode mode) const {
+    if (held.size() == 0) return store::Cursor::top();
+    const bool isContinued = held[held.size() - 1] == list.last.get() && list.mode == mode && list.day.empty();
+    if (isContinued) return list.below;
+    return store_->cursorAt(filter, mode, static_cast<std::int64_t>(held.size()));
+}
+
+bool DataService::readUpTo(std::int64_t end, store::Filter filter, store::Mode mode) {
+    List& list = lists_[listIndex(filter, mode)];
+    const auto array = arrayIn(list);
+    // The list is never given a row twice and never left with a gap: another thread may have emptied it.
+    auto seen = array->snapshot();
+    std::int64_t wanted = end - static_cast<std::int64_t>(seen.size());
+    if (wanted <= 0) return true;
+    if (seen.size() == 0) list.day.clear();
+    const auto start = placeBelow(list, seen, filter, mode);
+    if (!start) {
+        report("the place in the list could not be found", start.error());
+        return true;
+    }
+    for (store::Cursor cursor = *start; wanted > 0;) {
+        const auto page = store_->page(filter, mode, cursor, std::min(wanted, mostAtOnce));
         if (!page) {
             report("calls could not be read", page.error());
-            break;
+            return true;
         }
-        append(list, *page, mode);
-        appended += static_cast<std::int64_t>((*page).rows.size());
+        if (!append(list, *array, seen, *page, mode)) return false;
+        if ((*page).atEnd || (*page).rows.empty()) return true;
+        wanted -= static_cast<std::int64_t>((*page).rows.size());
         cursor = (*page).next;
-        atEnd = (*page).atEnd || (*page).rows.empty();
     }
-    const auto now = array->snapshot();
-    const bool isAppended =
-        static_cast<std::int64_t>(now.size()) == first + appended && (first == 0 || now[0] == held[0]);
-    if (!isAppended && (first > 0 || appended > mostAtOnce)) replaceByTop(list, filter, mode, end);
+    return true;
 }
 
 void DataService::readCallsForDate(objc::Object, std::int64_t, std::int64_t code, objc::Object day) {
@@ -198,28 +193,54 @@ void DataService::readCallsForDate(objc::Object, std::int64_t, std::int64_t code
     const store::Filter filter = store::filterOf(code);
     const store::Mode mode = presentMode();
     List& list = lists_[static_cast<int>(filter) - 1];
-    const auto held = static_cast<std::int64_t>(arrayIn(list)->count());
     const std::string text = uikit::utf8(day);
     // From where the list ends, whatever offset the caller remembers: a list that was emptied since begins anew.
-    const auto page = store_->dayPage(filter, mode, text, held, store::noLimit);
-    if (!page) return report("the day's calls could not be read", page.error());
-    if (held == 0) list.day = text;
-    append(list, *page, mode);
+    for (bool isDone = false; !isDone;) {
+        const auto array = arrayIn(list);
+        auto seen = array->snapshot();
+        const auto page = store_->dayPage(filter, mode, text, static_cast<std::int64_t>(seen.size()), store::noLimit);
+        if (!page) return report("the day's calls could not be read", page.error());
+        if (seen.size() == 0) list.day = text;
+        isDone = append(list, *array, seen, *page, mode);
+    }
 }
 
 std::int64_t DataService::totalCount(std::int64_t code) {
     const store::Filter filter = store::filterOf(code);
     if (!store_) return 0;
-    const auto totals = store_->totals(filter, presentMode());
-    if (!totals) {
-        report("calls could not be counted", totals.error());
-        return 0;
-    }
-    // With the duration of the same moment: one that was kept from before would be shown beside the new count.
+    const auto totals = countRows(filter);
+    if (totals) return (*totals).rows;
+    report("calls could not be counted", totals.error());
+    return 0;
+}
+
+store::Result<store::Totals> DataService::countRows(store::Filter filter) {
+    const std::lock_guard lock(counting_);
     List& list = lists_[static_cast<int>(filter) - 1];
-    list.count.store((*totals).rows, std::memory_order_relaxed);
+    const store::Mode mode = presentMode();
+    // Before the log is read, so that a hint that comes meanwhile has it counted once more.
+    const std::uint64_t hints = list.hints;
+    auto totals = store_->totals(filter, mode);
+    if (!totals) return totals;
+    list.count = (*totals).rows;
+    // Of the same moment: a duration that was kept from before would be shown beside the new count.
     list.duration.store((*totals).duration, std::memory_order_relaxed);
-    return (*totals).rows;
+    list.countedMode = mode;
+    list.countedHints = hints;
+    return totals;
+}
+
+std::int64_t DataService::knownCount(int index) {
+    const List& list = lists_[index];
+    const bool isUpToDate = list.countedHints == list.hints && list.countedMode == presentMode();
+    const std::int64_t counted = list.count;
+    return counted == 0 || isUpToDate || !store_ ? counted : totalCount(index + 1);
+}
+
+void DataService::suggestCount(int index, std::int64_t count) {
+    List& list = lists_[index];
+    ++list.hints;
+    if (count == 0) list.count = 0;
 }
 
 std::int64_t DataService::totalDuration(std::int64_t code) {

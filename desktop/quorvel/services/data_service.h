@@ -59,7 +59,11 @@ class DataService : public objc::PeerBase {
   private:
     struct List {
         objc::StrongSlot<> array;
+        // The log's own number of rows, as it was counted last; 0 while not known.
         std::atomic<std::int64_t> count{0};
+        std::atomic<store::Mode> countedMode{};
+        std::atomic<std::uint64_t> countedHints{0};  // the hints that the counting knew of
+        std::atomic<std::uint64_t> hints{0};
         std::atomic<std::int64_t> duration{0};
 
         // Under the lock of filling: the entry that was read last and the place below it, in the mode of then.
@@ -78,12 +82,12 @@ class DataService : public objc::PeerBase {
         lists_[list].array.store(objc::Strong<>(array));
     }
     template <int list>
-    std::int64_t count() const {
-        return lists_[list].count.load(std::memory_order_relaxed);
+    std::int64_t count() {
+        return knownCount(list);
     }
     template <int list>
     void setCount(std::int64_t count) {
-        lists_[list].count.store(count, std::memory_order_relaxed);
+        suggestCount(list, count);
     }
     template <int list>
     std::int64_t duration() const {
@@ -98,10 +102,23 @@ class DataService : public objc::PeerBase {
 
     /// What a deletion in the log takes out of lists of single calls.
     using IsGone = std::function<bool(const CallEntry&)>;
+    /// Whether the days' entries are read again, or the screen takes the calls that it deleted off them itself.
     enum class Days { Reread, LeftToTheScreen };
 
+    /// The log's number of rows of that list in the present mode; 0 while not known.
+    std::int64_t knownCount(int list);
+    /// 0 makes the number unknown. Any other one is a hint that it changed: the log is asked again, so that screens
+    /// that take the same row off the number, each for itself, take it off once.
+    void suggestCount(int list, std::int64_t count);
+    /// Counts the list's rows and sums their durations.
+    store::Result<store::Totals> countRows(store::Filter filter);
+
     static objc::Ref<CallArray> arrayIn(List& list);
-    void append(List& list, const store::Page& page, store::Mode mode);
+    bool append(List& list, CallArray& array, objc::Snapshot& seen, const store::Page& page, store::Mode mode);
+    store::Result<store::Cursor> placeBelow(const List& list, const objc::Snapshot& held, store::Filter filter,
+                                            store::Mode mode) const;
+    /// Reads what the filter's list lacks of its first `end` rows. False where somebody changed the list meanwhile.
+    bool readUpTo(std::int64_t end, store::Filter filter, store::Mode mode);
     objc::Ref<CallEntry> dayOf(const store::CallRecord& record);
     bool failed(const store::Error& error) const;
     store::Result<std::vector<std::int64_t>> rowIdsOf(const CallEntry& entry, store::Filter filter) const;
@@ -110,10 +127,10 @@ class DataService : public objc::PeerBase {
     bool removeRows(std::vector<std::int64_t> rowIds, Days days);
     void keepInStep(const IsGone& isGone, Days days);
     bool reread(store::Filter filter, store::Mode mode);
-    void replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows);
-    void replaceBy(List& list, const store::Page& page, store::Mode mode);
+    bool replaceFrom(List& list, const objc::Snapshot& seen, const store::Page& page, store::Mode mode);
+    static std::vector<objc::Object> objectsOf(const std::vector<objc::Ref<CallEntry>>& entries);
     void rereadDays(store::Mode mode);
-    void recount(Days days);
+    void recount();
 
     std::unique_ptr<store::CallStore> store_;
     // All, dialled, received, missed; the last is the days. Counts and durations belong to the first four.
@@ -123,6 +140,8 @@ class DataService : public objc::PeerBase {
     std::atomic<bool> anyDeleted_{false};
     // Held by whatever reads the log into lists or brings them in step with it; guards the texts too.
     std::recursive_mutex filling_;
+    // Held while rows are counted, so that the number that is kept is the latest one.
+    std::mutex counting_;
     SharedTexts texts_;
 };
 

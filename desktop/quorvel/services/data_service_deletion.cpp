@@ -48,12 +48,8 @@ bool DataService::removeCalls(std::int64_t code, objc::Object day) {
     if (!deleted) return failed(deleted.error());
     if (*deleted > 0) setIsAnyRecDeleted(true);
     const std::int64_t newest = *bound;
-    const bool isGrouped = day && SettingsService::shared()->mode().groupByDate;
-    const std::int64_t daysBefore = count<0>();
     keepInStep([&](const CallEntry& entry) { return entry.rowId <= newest && isOf(filter, entry) && isAt(day, entry); },
                Days::Reread);
-    // The screens that delete within a day take the emptied day off the number of days themselves.
-    if (isGrouped) setCount<0>(daysBefore);
     return true;
 }
 
@@ -124,14 +120,8 @@ void DataService::removeFromLists(CallEntry* entry, std::int64_t) {
     }
 }
 
-/// The detail screen does not count the days after a single deletion; after others it does.
 bool DataService::removeLogEntry(CallEntry* entry, std::int64_t code) {
-    if (!store_ || !entry) return false;
-    const std::int64_t days = count<0>();
-    if (!removeNamed({entry}, code, Days::Reread)) return false;
-    // An emptied day is taken off the number of days by the day's own screen when it closes.
-    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
-    return true;
+    return store_ && entry && removeNamed({entry}, code, Days::Reread);
 }
 
 bool DataService::removeHistory(CallEntry* entry, std::int64_t code, objc::Object day, std::int64_t shown) {
@@ -165,17 +155,13 @@ void DataService::historyDeleted(CallEntry* entry) {
     std::unordered_set<std::int64_t> remaining;
     for (const auto& call : *left) remaining.insert(call.rowId);
     const Counterpart counterpart(*entry);
-    const std::int64_t days = count<0>();
     keepInStep([&](const CallEntry& each) { return !remaining.contains(each.rowId) && counterpart.isOn(each); },
                Days::Reread);
-    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
 }
 
 void DataService::updateTimeStamps(CallEntry*, CallEntry*, CallEntry*, CallEntry*) {
     if (!store_) return;
-    const std::int64_t days = count<0>();
     keepInStep([](const CallEntry&) { return false; }, Days::Reread);
-    if (SettingsService::shared()->mode().groupByDate) setCount<0>(days);
 }
 
 void DataService::showErrorMessage(objc::Object text) const {

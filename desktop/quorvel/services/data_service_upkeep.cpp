@@ -21,13 +21,13 @@ void report(const store::Error& error) {
 
 CallEntry* entryOf(objc::Object object) { return objc::peerOf<CallEntry>(object); }
 
-std::vector<objc::Object> objectsOf(const std::vector<objc::Ref<CallEntry>>& entries) {
+}  // namespace
+
+std::vector<objc::Object> DataService::objectsOf(const std::vector<objc::Ref<CallEntry>>& entries) {
     std::vector<objc::Object> objects;
     for (const auto& entry : entries) objects.push_back(objc::Object{entry.self()});
     return objects;
 }
-
-}  // namespace
 
 /// Lists of single calls lose what is gone. Folded ones are read again as far as they were loaded: runs may have joined
 /// where a call between them went. What is gone leaves them too where the log cannot be read.
@@ -43,54 +43,49 @@ void DataService::keepInStep(const IsGone& isGone, Days days) {
         }
     }
     if (days == Days::Reread) rereadDays(mode);
-    recount(days);
+    recount();
 }
 
 /// The first rows of the filter's list, as many as it holds, in one step. Entries that stay keep their objects. False
 /// when the log cannot be read; the list is as it was then.
 bool DataService::reread(store::Filter filter, store::Mode mode) {
     List& list = lists_[static_cast<int>(filter) - 1];
-    const auto kept = list.array.load();
-    auto* array = objc::peerIf<CallArray>(kept);
-    const auto held = array ? static_cast<std::int64_t>(array->count()) : 0;
-    if (held == 0) return true;
     // The list of all calls is one of calls or runs here, also where the screen shows days.
     mode.groupByDate = false;
-    const auto page = list.day.empty() ? store_->page(filter, mode, store::Cursor::top(), held)
-                                       : store_->dayPage(filter, mode, list.day, 0, store::noLimit);
-    if (!page) {
-        report(page.error());
-        return false;
+    // What a screen changes while the log is read is not undone: the log is read again.
+    for (;;) {
+        const auto kept = list.array.load();
+        auto* array = objc::peerIf<CallArray>(kept);
+        if (!array) return true;
+        const auto held = array->snapshot();
+        const auto rows = static_cast<std::int64_t>(held.size());
+        if (rows == 0) return true;
+        const auto page = list.day.empty() ? store_->page(filter, mode, store::Cursor::top(), rows)
+                                           : store_->dayPage(filter, mode, list.day, 0, store::noLimit);
+        if (!page) {
+            report(page.error());
+            return false;
+        }
+        if (replaceFrom(list, held, *page, mode)) return true;
     }
-    replaceBy(list, *page, mode);
-    return true;
 }
 
-void DataService::replaceByTop(List& list, store::Filter filter, store::Mode mode, std::int64_t rows) {
-    const auto page = store_->page(filter, mode, store::Cursor::top(), rows);
-    if (!page) return report(page.error());
-    replaceBy(list, *page, mode);
-}
-
-void DataService::replaceBy(List& list, const store::Page& page, store::Mode mode) {
-    const auto array = arrayIn(list);
-    const auto held = array->snapshot();
+/// Entries that stay keep their objects.
+bool DataService::replaceFrom(List& list, const objc::Snapshot& seen, const store::Page& page, store::Mode mode) {
     std::unordered_map<std::int64_t, CallEntry*> known;
-    for (std::size_t i = 0; i < held.size(); ++i) known.emplace(entryOf(held[i])->rowId, entryOf(held[i]));
+    for (std::size_t i = 0; i < seen.size(); ++i) known.emplace(entryOf(seen[i])->rowId, entryOf(seen[i]));
     std::vector<objc::Ref<CallEntry>> entries;
     for (const auto& record : page.rows) {
-        if (&list == &lists_[dayList]) {
-            entries.push_back(dayOf(record));
-            continue;
-        }
         const auto found = known.find(record.rowId);
         entries.push_back(found == known.end() ? CallEntry::of(record, texts_) : objc::Ref<CallEntry>(found->second));
         entries.back()->fill(record, texts_);
     }
-    array->replaceAll(objectsOf(entries));
+    const auto array = arrayIn(list);
+    if (!array->replaceFrom(seen, objectsOf(entries))) return false;
     list.last = entries.empty() ? objc::Strong<>() : objc::Strong<>(objc::Object{entries.back().self()});
     list.below = page.next;
     list.mode = mode;
+    return true;
 }
 
 /// The days' entries: those whose calls are all gone say so and leave the list.
@@ -114,20 +109,9 @@ void DataService::rereadDays(store::Mode mode) {
     if (array) array->removeIf([&](objc::Object object) { return emptied.contains(entryOf(object)); });
 }
 
-/// The number of days is left alone where the screens themselves take the emptied days off it.
-void DataService::recount(Days days) {
-    const store::Mode mode = SettingsService::shared()->mode();
-    for (const auto filter : filters) {
-        List& list = lists_[static_cast<int>(filter) - 1];
-        const auto totals = store_->totals(filter, mode);
-        if (!totals) {
-            report(totals.error());
-            continue;
-        }
-        const bool isDays = store::rowKindOf(filter, mode) == store::RowKind::day;
-        if (!isDays || days == Days::Reread) list.count = (*totals).rows;
-        list.duration = (*totals).duration;
-    }
+void DataService::recount() {
+    for (const auto filter : filters)
+        if (const auto totals = countRows(filter); !totals) report(totals.error());
 }
 
 void DataService::sortArray(objc::Object list) const {

@@ -25,8 +25,7 @@ void setBlocked(bool blocked) {
 }  // namespace
 
 void BaseTableController::define(objc::ClassDefinition<BaseTableController>& definition) {
-    definition.method<"table", &BaseTableController::table>()
-        .method<"actionSheet", &BaseTableController::actionSheet>()
+    definition.method<"actionSheet", &BaseTableController::actionSheet>()
         .method<"setActionSheet:", &BaseTableController::setActionSheet>()
         .method<"showHUD:", &BaseTableController::showHud>()
         .method<"showHUD:detailText:delegate:mode:selector:", &BaseTableController::showHudRunning>()

@@ -19,8 +19,6 @@ class BaseTableController : public uikit::TableViewController {
     /// Makes the search display controller, whose delegates and data source are the screen. The search bar, with four
     /// scopes, stands in the list only when a subclass makes it the table's header view.
     void viewDidLoad() override;
-    /// `table`: the same as `tableView`.
-    uikit::TableView* table() { return tableView(); }
     objc::Object actionSheet() const { return actionSheet_; }
     void setActionSheet(objc::Object sheet) { actionSheet_ = objc::Strong<>(sheet); }
 
