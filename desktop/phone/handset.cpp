@@ -1,6 +1,7 @@
 // One handset brought up.
 #include "desktop/phone/handset.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -23,6 +24,7 @@
 #include "desktop/quorvel/services/companion.h"
 #include "desktop/quorvel/services/data_service.h"
 #include "desktop/quorvel/settings/settings_store.h"
+#include "desktop/substrate/handset_files.h"
 #include "desktop/substrate/substrate.h"
 #include "desktop/substrate/trace.h"
 #include "desktop/uikit/color.h"
@@ -31,7 +33,6 @@ namespace phone {
 namespace {
 
 constexpr const char* bundleIdentifier = "com.apple.mobilephone";
-int callersError = STDERR_FILENO;
 std::filesystem::path settingsFile;
 
 std::filesystem::path handsetRoot() {
@@ -73,10 +74,15 @@ std::optional<std::string> loadPlugins(const Options& options) {
 
 }  // namespace
 
-void reportLine(const std::string& line) { dprintf(callersError, "%s\n", line.c_str()); }
+int callersError() {
+    static const int duplicate = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0);
+    return duplicate;
+}
+
+void reportLine(const std::string& line) { dprintf(callersError(), "%s\n", line.c_str()); }
 
 std::optional<std::string> startHandset(const Options& options, double scale) {
-    callersError = dup(STDERR_FILENO);
+    callersError();
     auto opened = quorvel::DataDirectory::open(options.dataDirectory);
     if (auto* trouble = std::get_if<std::string>(&opened)) return *trouble;
     const auto& directory = std::get<quorvel::DataDirectory>(opened);
@@ -84,6 +90,7 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     const bool firstStart = directory.isNew();
     addressbookui::setShareFolder(directory.path() / "shared");
     uikit::setHandsetRoot(handsetRoot().string());
+    substrate::setTemporaryFolder(directory.temporaryFiles());
     uikit::setScreen({320, 568}, scale);
     if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;
     if (auto trouble = quorvel::openCompanion(directory, handsetRoot() / "Applications/Quorvel.app")) return trouble;

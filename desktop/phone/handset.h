@@ -9,6 +9,9 @@
 
 namespace phone {
 
+/// The standard error of the program's caller: a duplicate, made at the first call, which comes before the plug-in
+/// turns the process's own into its log. Main thread.
+int callersError();
 /// Prints a line to the standard error of whoever started the program, even after the plug-in has turned the process's
 /// own into its log.
 void reportLine(const std::string& line);

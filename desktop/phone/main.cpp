@@ -13,6 +13,7 @@
 #include "desktop/phone/options.h"
 #include "desktop/phone/script.h"
 #include "desktop/phone/window_mode.h"
+#include "desktop/uncaught/uncaught_exceptions.h"
 #include "objc/layer.h"
 
 namespace {
@@ -121,10 +122,13 @@ int run(phone::Options options) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+    uncaught::openStandardDescriptors();
+    uncaught::reportExceptions("phone", phone::callersError());
     const auto [options, exitStatus] = phone::parseOptions(argumentCount, arguments);
     if (exitStatus) return *exitStatus;
     const int status = run(options);
     std::fflush(stdout);
+    std::fflush(stderr);
     // Queues and the log's services end with the process; their threads may still hold what destructors would take.
     _exit(status);
 }

@@ -13,6 +13,7 @@
 #include <map>
 #include <vector>
 
+#include "desktop/substrate/handset_files.h"
 #include "desktop/substrate/mach_image.h"
 #include "desktop/substrate/mach_messages.h"
 #include "objc/target.h"
@@ -52,6 +53,8 @@ const std::map<std::string, void*>& ownSymbols() {
         // (The runtime here has it in its header alone.)
         {"_object_getClass", addressOf(&classOfObject)},
         {"___stderrp", &stderr},
+        {"_fopen", addressOf(&__wrap_fopen)},
+        {"_freopen", addressOf(&__wrap_freopen)},
         {"_bzero", addressOf(&zero)},
         {"dyld_stub_binder", addressOf(&bindLazily)},
         // Clang's names, in an instrumented image, for what the sanitizer's runtime has under the plain ones.

@@ -10,10 +10,15 @@
 namespace host {
 namespace {
 
+/// Appends standard error to the log file, a line at a time, because the process may end without closing the stream.
+/// The file is opened once beforehand: an freopen() that fails has closed the stream, and the next file that is opened
+/// would take its descriptor. A failure leaves standard error as it was.
 void appendStandardErrorToLog() {
     const char* path = text<"/tmp/Quorvel.log">().fileSystemRepresentation();
-    // A failure leaves standard error as it was, and there is nobody to tell.
-    [[maybe_unused]] FILE* log = freopen(path, "a", standardError());
+    FILE* log = fopen(path, "a");
+    if (!log) return;
+    fclose(log);
+    if (freopen(path, "a", standardError())) setvbuf(standardError(), nullptr, _IOLBF, 0);
 }
 
 void showAppearance() { objc::send<"viewAppearedAction">(recentsController().get()); }

@@ -40,8 +40,17 @@ class Entry : public objc::PeerBase {
     static constexpr objc::Name className{"QVCallEntry"};
 
     int id() const { return call.id; }
+    int record() const { return call.record != 0 ? call.record : call.id; }
     objc::Object name() const { return call.name ? name_.get() : objc::Object{}; }
     objc::Object number() const { return number_.get(); }
+    template <std::size_t i>
+    std::int64_t ofDay() const {
+        return ofDay_[i];
+    }
+    template <std::size_t i>
+    void setOfDay(std::int64_t value) {
+        ofDay_[i] = value;
+    }
     objc::Object day() const { return day_.get(); }
     int count() const { return count_; }
     void setCount(int count) { count_ = count; }
@@ -51,6 +60,12 @@ class Entry : public objc::PeerBase {
     bool isReceived() const { return call.isReceived; }
     bool isMissed() const { return call.isMissed; }
     bool isCanceled() const { return call.isCanceled; }
+    void takeNumber(int) {}
+    void takeFlag(bool) {}
+    void takeText(objc::Object) {}
+    int none() const { return 0; }
+    bool no() const { return false; }
+    objc::Object nothing() const { return {}; }
     void fill(const Call& of) {
         call = of;
         count_ = of.count;
@@ -60,7 +75,7 @@ class Entry : public objc::PeerBase {
     }
     static void define(objc::ClassDefinition<Entry>& definition) {
         definition.method<"ROWID", &Entry::id>()
-            .method<"iLogOID", &Entry::id>()
+            .method<"iLogOID", &Entry::record>()
             .method<"name", &Entry::name>()
             .method<"phoneNumber", &Entry::number>()
             .method<"grpByDate", &Entry::day>()
@@ -72,6 +87,31 @@ class Entry : public objc::PeerBase {
             .method<"isReceived", &Entry::isReceived>()
             .method<"isMissed", &Entry::isMissed>()
             .method<"isCanceled", &Entry::isCanceled>();
+        // What a day's entry takes over is read on the trace.
+        definition.method<"setILogOID:", &Entry::takeNumber>()
+            .method<"setROWID:", &Entry::takeNumber>()
+            .method<"setPhoneNumber:", &Entry::takeText>()
+            .method<"setDate:", &Entry::takeNumber>()
+            .method<"setDuration:", &Entry::takeNumber>()
+            .method<"setFlag:", &Entry::takeNumber>()
+            .method<"setAbRecID:", &Entry::takeNumber>()
+            .method<"setPhoneLabel:", &Entry::takeText>()
+            .method<"setIsDeleted:", &Entry::takeFlag>()
+            .method<"setName:", &Entry::takeText>()
+            .method<"date", &Entry::none>()
+            .method<"flag", &Entry::none>()
+            .method<"phoneLabel", &Entry::nothing>()
+            .method<"isDeleted", &Entry::no>();
+        definition.method<"dldCallsCnt", &Entry::ofDay<0>>()
+            .method<"rcdCallsCnt", &Entry::ofDay<1>>()
+            .method<"msdCallsCnt", &Entry::ofDay<2>>()
+            .method<"dldCallsDuration", &Entry::ofDay<3>>()
+            .method<"rcdCallsDuration", &Entry::ofDay<4>>()
+            .method<"setDldCallsCnt:", &Entry::setOfDay<0>>()
+            .method<"setRcdCallsCnt:", &Entry::setOfDay<1>>()
+            .method<"setMsdCallsCnt:", &Entry::setOfDay<2>>()
+            .method<"setDldCallsDuration:", &Entry::setOfDay<3>>()
+            .method<"setRcdCallsDuration:", &Entry::setOfDay<4>>();
     }
 
     Call call;
@@ -81,6 +121,7 @@ class Entry : public objc::PeerBase {
     objc::Strong<> name_;
     objc::Strong<> number_;
     objc::Strong<> day_;
+    std::array<std::atomic<std::int64_t>, 5> ofDay_{};  // counts by kind, then durations
 };
 
 class Settings : public objc::PeerBase {
@@ -109,6 +150,7 @@ class Settings : public objc::PeerBase {
             .method<"isGroupContacts_Call", &Settings::setting<&Companion::isGroupContacts>>()
             .method<"isEnableCallSearch", &Settings::setting<&Companion::isSearchEnabled>>()
             .method<"isShowHeader_Call", &Settings::setting<&Companion::isHeaderShown>>()
+            .method<"isShowFooter_Call", &Settings::setting<&Companion::isFooterShown>>()
             .method<"isShowContactImage", &Settings::setting<&Companion::areImagesShown>>()
             .method<"isNeedToLoadData", &Settings::flag<&Companion::isNeedToLoadData>>()
             .method<"setIsNeedToLoadData:", &Settings::setFlag<&Companion::isNeedToLoadData>>()
@@ -166,6 +208,12 @@ class Calls : public objc::PeerBase {
                                                 static_cast<std::int64_t>(rows.size()));
         for (auto i = static_cast<std::int64_t>(slot.load()->count()); i < end; ++i)
             slot.load()->addObject(rows[static_cast<std::size_t>(i)].get());
+    }
+    void readDay(objc::Object, std::int64_t offset, std::int64_t filter, objc::Object day) {
+        log().add("read from " + n(offset) + " of " + n(filter) + " on " + uikit::utf8(day));
+        auto& slot = companion().lists[placeOf(filter)];
+        if (!slot.load()) slot.store(arrayOf({}));
+        for (const auto& row : companion().rows[placeOf(filter)]) slot.load()->addObject(row.get());
     }
     std::int64_t totalCount(std::int64_t filter) {
         log().add("count of " + n(filter));
@@ -237,6 +285,7 @@ void Calls::define(objc::ClassDefinition<Calls>& definition) {
     definition.method<"isAnyRecDeleted", &Calls::isAnyRecDeleted>()
         .method<"setIsAnyRecDeleted:", &Calls::setIsAnyRecDeleted>()
         .method<"readCallsFromDB:offset:flag:", &Calls::read>()
+        .method<"readCallsForDate:offset:flag:date:", &Calls::readDay>()
         .method<"getTotalCallCount:", &Calls::totalCount>()
         .method<"getTotalCallDuration:", &Calls::totalDuration>()
         .method<"getAllCallsDuration:", &Calls::durationText>()
@@ -265,6 +314,7 @@ class Utilities : public objc::PeerBase {
         if (text.ends_with("_CONTACT_CONFIRM_MSG")) return uikit::nsString(text + " %@");
         return key;
     }
+    static bool mayReadContacts(Class) { return companion().mayReadContacts; }
     static objc::Object imageFromCache(Class, int contact) {
         log().add("picture of " + n(contact) + " in the cache?");
         return imageIf(companion().cachedImages.contains(contact));
@@ -277,6 +327,7 @@ class Utilities : public objc::PeerBase {
     static objc::Object imageIf(bool is) { return is ? objc::Object(uikit::nsString("picture")) : objc::Object{}; }
     static void define(objc::ClassDefinition<Utilities>& definition) {
         definition.classMethod<"getLocalizedString:", &Utilities::localizedString>()
+            .classMethod<"canAccessAddressBook", &Utilities::mayReadContacts>()
             .classMethod<"getContactImageFromCache:", &Utilities::imageFromCache>()
             .classMethod<"getContactImage:", &Utilities::image>();
     }

@@ -17,7 +17,7 @@
 namespace callcompanion {
 
 struct Call {
-    int id = 0;  // both its row and its record
+    int id = 0;  // its row
     const char* name = "";
     const char* number = "";
     int count = 1;
@@ -28,6 +28,7 @@ struct Call {
     bool isCanceled = false;
     const char* day = "2024-06-15";
     int contact = -1;
+    int record = 0;  // 0: as its row
 };
 
 /// A QVCallEntry with those fields.
@@ -65,6 +66,8 @@ struct Companion {
     bool isGroupContacts = false;
     bool isSearchEnabled = true;
     bool isHeaderShown = true;
+    bool isFooterShown = true;
+    bool mayReadContacts = true;
     bool areImagesShown = false;
     std::atomic<bool> isNeedToLoadData{false};
     std::atomic<bool> isSettingsChanged{false};

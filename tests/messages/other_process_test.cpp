@@ -6,6 +6,7 @@
 #include "desktop/notify/notify.h"
 #include "desktop/substrate/substrate.h"
 #include "objc/layer.h"
+#include "tests/plugin_image.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ struct stat standardError() {
 TEST(AnotherProcess, keepsItsStandardErrorObservesNothingAndInstallsNothing) {
     const objc::AutoreleasePool pool;
     const struct stat before = standardError();
-    const auto error = substrate::loadPlugin(PLUGIN_IMAGE);
+    const auto error = substrate::loadPlugin(pluginImage());
     ASSERT_FALSE(error.has_value()) << *error;
     const struct stat after = standardError();
     EXPECT_EQ(before.st_ino, after.st_ino);

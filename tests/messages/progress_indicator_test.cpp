@@ -103,7 +103,7 @@ TEST_F(ProgressIndicator, shownTwiceLeavesTheFirstAndHidesTheSecondAlone) {
     EXPECT_EQ(screen_->view().subviews().count(), 2U);
     events().clear();
     objc::send<"hideHUD">(screen_.get());
-    EXPECT_THAT(events(), ElementsAre("hide"));
+    EXPECT_THAT(events(), ElementsAre("hide second"));
 }
 
 TEST_F(ProgressIndicator, changesItsText) {
@@ -116,7 +116,7 @@ TEST_F(ProgressIndicator, changesItsText) {
 TEST_F(ProgressIndicator, hiddenWithADelayReportsItsEndToTheScreen) {
     objc::send<"showHUD:">(screen_.get(), text<"label">());
     objc::send<"hideHUD:afterDelay:">(screen_.get(), true, 2.0);
-    EXPECT_THAT(events(), testing::Contains("hide after 2"));
+    EXPECT_THAT(events(), testing::Contains("hide label after 2"));
     EXPECT_THAT(lineOf("setDelegate:"), HasSubstr("nil"));
     EXPECT_THAT(lines_, testing::Contains("-[MBProgressHUD setDelegate:] <PHRecentsViewController>"));
     EXPECT_TRUE(standins::windowTakesTouches());
@@ -125,7 +125,7 @@ TEST_F(ProgressIndicator, hiddenWithADelayReportsItsEndToTheScreen) {
 TEST_F(ProgressIndicator, hiddenWithoutADelayIsHiddenAtOnce) {
     objc::send<"showHUD:">(screen_.get(), text<"label">());
     objc::send<"hideHUD:">(screen_.get(), true);
-    EXPECT_THAT(events(), testing::Contains("hide after 0"));
+    EXPECT_THAT(events(), testing::Contains("hide label after 0"));
 }
 
 TEST_F(ProgressIndicator, thatHasEndedWithADelegateLeavesTheScreenAndIsForgotten) {
@@ -143,7 +143,7 @@ TEST_F(ProgressIndicator, thatHasEndedWithoutADelegateIsHidden) {
     auto shown = screen_->view().subviews().objectAtIndex<UIView>(0);
     events().clear();
     objc::send<"hudWasHidden:">(screen_.get(), shown);
-    EXPECT_THAT(events(), ElementsAre("hide"));
+    EXPECT_THAT(events(), ElementsAre("hide label"));
 }
 
 TEST_F(ProgressIndicator, unblocksTheWindowEvenWhereNoneIsShown) {

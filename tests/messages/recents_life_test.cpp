@@ -3,6 +3,7 @@
 
 #include "desktop/uikit/text.h"
 #include "tests/messages/recents_screen.h"
+#include "tests/plugin_image.h"
 
 namespace recentsmessages {
 namespace {
@@ -190,7 +191,7 @@ TEST_F(RecentsLife, theScopeButtonsStandHiddenBesideTheControl) {
 TEST_F(RecentsLife, theOffsetsAreExportedAndStartOverWithAReload) {
     companion().setRows(1, people(3));
     open();
-    void* image = dlopen(PLUGIN_IMAGE, RTLD_NOW | RTLD_NOLOAD);
+    void* image = dlopen(pluginImage(), RTLD_NOW | RTLD_NOLOAD);
     ASSERT_NE(image, nullptr);
     for (const char* name : {"allCallsOffSetY", "dldCallsOffSetY", "rcdCallsOffSetY", "msdCallsOffSetY"}) {
         auto* offset = static_cast<float*>(dlsym(image, name));

@@ -1,6 +1,7 @@
 // The host's screen, the visual classes that the plug-in asks for, and the fixture.
 #include "tests/messages/recents_screen.h"
 
+#include <map>
 #include <stdexcept>
 #include <thread>
 
@@ -10,6 +11,7 @@
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/color.h"
 #include "desktop/uikit/text.h"
+#include "tests/plugin_image.h"
 
 namespace recentsmessages {
 namespace {
@@ -127,6 +129,7 @@ class MoreCell : public uikit::TableViewCell {
 };
 
 objc::Block<void()> destructive;
+uikit::View* shownIn = nullptr;
 
 class ActionSheet : public objc::PeerBase {
   public:
@@ -143,7 +146,10 @@ class ActionSheet : public objc::PeerBase {
     void setCancel(objc::Object title, const void* block) {
         log().add("cancel \"" + uikit::utf8(title) + "\"" + (block ? " with a block" : ""));
     }
-    void showInView(uikit::View* view) { log().add(view ? "sheet shown" : "sheet shown nowhere"); }
+    void showInView(uikit::View* view) {
+        shownIn = view;
+        log().add(view ? "sheet shown" : "sheet shown nowhere");
+    }
     void dismiss(long index, bool animated) {
         log().add("sheet dismissed " + std::to_string(index) + (animated ? " YES" : " NO"));
     }
@@ -159,15 +165,20 @@ class ActionSheet : public objc::PeerBase {
 objc::Object colorWithHex(Class, long hex) {
     return uikit::uiColor(uikit::Color::fromHex(static_cast<std::uint32_t>(hex)));
 }
-void tintImage(objc::Object, objc::Object) {}
+std::map<id, objc::Strong<>>& imageTints() {
+    static std::map<id, objc::Strong<>> tints;
+    return tints;
+}
+void tintImage(objc::Object button, objc::Object color) { imageTints()[button.self] = objc::Strong<>(color); }
 
 void registerAll() {
     callcompanion::registerClasses();
     objc::registerClasses<Recents, Indicator, CallCell, MoreCell, ActionSheet>();
+    registerDayBase();
     objc::addMethod<"colorWithHex:", &colorWithHex>(object_getClass(objc::raw(objc::classNamed<"UIColor">())));
     objc::addMethod<"setImageTintColor:", &tintImage>(objc::classNamed<"UIButton">());
     uikit::setHandsetRoot(HANDSET_ROOT);
-    if (const auto error = substrate::loadPlugin(PLUGIN_IMAGE)) throw std::runtime_error(*error);
+    if (const auto error = substrate::loadPlugin(pluginImage())) throw std::runtime_error(*error);
     static const auto window = objc::Ref<uikit::Window>::make<"initWithFrame:">(uikit::Rect{{0, 0}, {320, 568}});
     uikit::Application::shared()->setKeyWindow(window);
 }
@@ -258,6 +269,8 @@ void RecentsMessages::trace(const std::vector<std::string>& classes) {
     ASSERT_FALSE(error) << *error;
 }
 
+void RecentsMessages::endTrace() { substrate::trace::end(); }
+
 uikit::SearchDisplayController* RecentsMessages::search() const {
     return screen_ ? objc::peerIf<uikit::SearchDisplayController>(send<"searchDisplayController", objc::Object>())
                    : nullptr;
@@ -300,6 +313,12 @@ void RecentsMessages::swipe(long row) {
     auto* shown = search() && search()->isActive() ? results() : table();
     constexpr long deleteStyle = 1;
     send<"tableView:commitEditingStyle:forRowAtIndexPath:">(shown->object(), deleteStyle, path);
+}
+
+uikit::View* RecentsMessages::viewOfSheet() { return shownIn; }
+objc::Object RecentsMessages::imageTintOf(uikit::Button* button) {
+    const auto known = imageTints().find(button->self);
+    return known == imageTints().end() ? objc::Object{} : known->second.get();
 }
 
 std::vector<int> RecentsMessages::found() const {

@@ -27,6 +27,9 @@ using testing::Not;
 /// Calls 1 to `count`, each of a person of its own.
 std::vector<Call> people(int count);
 
+/// Registers what the plug-in's own screens are made from; see day_screen.h.
+void registerDayBase();
+
 class RecentsMessages : public testing::Test {
   protected:
     void SetUp() override;
@@ -38,6 +41,7 @@ class RecentsMessages : public testing::Test {
     static void settle();
     /// Writes down the screen's own messages from now on, but for plain questions; or those of the classes named.
     static void trace(const std::vector<std::string>& classes = {"PHRecentsViewController"});
+    static void endTrace();
 
     objc::Object screen() const { return screen_; }
     template <objc::Name name, class R = void, class... Arguments>
@@ -62,6 +66,10 @@ class RecentsMessages : public testing::Test {
     static void confirm();
     /// Whether any sheet was made in this process.
     static bool hasMadeSheets();
+    /// The view that the sheet was shown in last.
+    static uikit::View* viewOfSheet();
+    /// The colour that the images of the button were tinted with; null for none.
+    static objc::Object imageTintOf(uikit::Button* button);
     std::vector<int> found() const;
 
     /// The table's rows, as its data source says.

@@ -2,6 +2,7 @@
 #include <dlfcn.h>
 
 #include "tests/messages/recents_screen.h"
+#include "tests/plugin_image.h"
 
 namespace recentsmessages {
 namespace {
@@ -28,7 +29,7 @@ class RecentsSwitching : public RecentsMessages {
 
   private:
     static float& offset(const char* name) {
-        static void* const image = dlopen(PLUGIN_IMAGE, RTLD_NOW | RTLD_NOLOAD);
+        static void* const image = dlopen(pluginImage(), RTLD_NOW | RTLD_NOLOAD);
         return *static_cast<float*>(dlsym(image, name));
     }
 };

@@ -7,6 +7,7 @@
 #include "desktop/substrate/trace.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/table_view_controller.h"
+#include "tests/plugin_image.h"
 
 namespace rowsmessages {
 namespace {
@@ -138,7 +139,7 @@ void registerAll() {
     registerCompanion();
     registerAddressBook();
     objc::registerClasses<Recents, PersonCard, UnknownPersonCard, Header, Base>();
-    if (const auto error = substrate::loadPlugin(PLUGIN_IMAGE)) throw std::runtime_error(*error);
+    if (const auto error = substrate::loadPlugin(pluginImage())) throw std::runtime_error(*error);
 }
 
 /// The selector and the arguments of a traced line where they set something up; empty for the rest.

@@ -6,6 +6,8 @@
 #include "desktop/substrate/substrate.h"
 #include "desktop/uikit/application.h"
 #include "desktop/uikit/button.h"
+#include "desktop/uikit/text.h"
+#include "tests/plugin_image.h"
 
 namespace standins {
 namespace {
@@ -77,6 +79,7 @@ class Indicator : public uikit::View {
         return made;
     }
     void take(objc::Object) {}
+    void setLabelText(objc::Object text) { label_ = text ? uikit::utf8(text) : std::string(); }
     void setOpacity(float opacity) { opacity_ = opacity; }
     void setMode(int) {}
     objc::Object delegate() { return objc::Object{delegate_}; }
@@ -84,14 +87,16 @@ class Indicator : public uikit::View {
     void showWhileExecuting(SEL selector, objc::Object, objc::Object, bool) {
         events().push_back(std::string("runs ") + sel_getName(selector));
     }
-    void hide(bool) { events().push_back("hide"); }
-    void hideLater(bool, double seconds) { events().push_back("hide after " + std::to_string(int(seconds))); }
+    void hide(bool) { events().push_back("hide " + label_); }
+    void hideLater(bool, double seconds) {
+        events().push_back("hide " + label_ + " after " + std::to_string(int(seconds)));
+    }
     static void define(objc::ClassDefinition<Indicator>& definition) {
         definition.classMethod<"showHUDAddedTo:animated:", &Indicator::showAddedTo>()
             .method<"setColor:", &Indicator::take>()
             .method<"setLabelColor:", &Indicator::take>()
             .method<"setDetailsLabelColor:", &Indicator::take>()
-            .method<"setLabelText:", &Indicator::take>()
+            .method<"setLabelText:", &Indicator::setLabelText>()
             .method<"setDetailsLabelText:", &Indicator::take>()
             .method<"setDelegate:", &Indicator::setDelegate>()
             .method<"delegate", &Indicator::delegate>()
@@ -105,6 +110,7 @@ class Indicator : public uikit::View {
 
   private:
     float opacity_ = 0;
+    std::string label_;
     id delegate_ = nullptr;
 };
 
@@ -154,7 +160,7 @@ objc::Object colorWithHex(Class, long hex) {
 void registerAll() {
     objc::registerClasses<Settings, Calls, Utilities, Indicator, Application, Recents>();
     objc::addMethod<"colorWithHex:", &colorWithHex>(object_getClass(objc::raw(objc::classNamed<"UIColor">())));
-    if (const auto error = substrate::loadPlugin(PLUGIN_IMAGE)) throw std::runtime_error(*error);
+    if (const auto error = substrate::loadPlugin(pluginImage())) throw std::runtime_error(*error);
     auto* application = uikit::Application::shared();
     static const auto window = objc::Ref<uikit::Window>::make<"initWithFrame:">(uikit::Rect{{0, 0}, {320, 568}});
     application->setKeyWindow(window);

@@ -18,6 +18,7 @@
 #include "desktop/substrate/substrate.h"
 #include "desktop/substrate/trace.h"
 #include "platform/corefoundation.h"
+#include "tests/plugin_image.h"
 
 namespace screens {
 namespace {
@@ -35,7 +36,7 @@ void bringUpOnce() {
         uikit::setHandsetRoot(HANDSET_ROOT);
         uikit::setScreen({320, 568}, 2);
         objc::registerClasses<phone::PhoneApplication, phone::RecentsScreen, phone::KeypadScreen>();
-        if (const auto trouble = substrate::loadPlugin(PLUGIN_IMAGE)) throw std::runtime_error(*trouble);
+        if (const auto trouble = substrate::loadPlugin(pluginImage())) throw std::runtime_error(*trouble);
         darwin::observe(ns("QuorvelCallRecordDeletedNotification"), hearDeletion,
                         darwin::Suspension::DeliverImmediately);
         return true;

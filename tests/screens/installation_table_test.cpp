@@ -15,6 +15,7 @@
 #include "desktop/phone/phone_application.h"
 #include "desktop/phone/recents_screen.h"
 #include "desktop/substrate/substrate.h"
+#include "tests/plugin_image.h"
 
 namespace {
 
@@ -190,9 +191,8 @@ class InstallationTable : public testing::TestWithParam<Table> {
         objc::registerClasses<phone::PhoneApplication, phone::RecentsScreen>();
         for (const char* name : {"PhoneApplication", "PHRecentsViewController"})
             before()[name] = methodsOf(classNamed(name));
-        const char* const other = std::getenv("QUORVEL_TEST_PLUGIN");
         isListening = true;
-        const auto trouble = substrate::loadPlugin(other ? other : PLUGIN_IMAGE);
+        const auto trouble = substrate::loadPlugin(pluginImage());
         isListening = false;
         if (trouble) throw std::runtime_error(*trouble);
     }

@@ -1,12 +1,17 @@
 // quorvelctl: the call log from the command line.
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
+#include "desktop/uncaught/uncaught_exceptions.h"
 #include "objc/strong.h"
 #include "tools/quorvelctl/program.h"
 
 int main(int argumentCount, char** arguments) {
+    uncaught::openStandardDescriptors();
+    uncaught::reportExceptions("quorvelctl", STDERR_FILENO);
     const objc::AutoreleasePool pool;
     tools::Session session;
     CLI::App program;

@@ -59,7 +59,8 @@ std::variant<DataDirectory, std::string> DataDirectory::open(const fs::path& pat
     const fs::path absolute = fs::absolute(chosen, error);
     if (error) return cannot("found", chosen, error);
     DataDirectory directory(absolute.lexically_normal());
-    for (const auto& folder : {directory.path(), directory.contacts(), directory.notifications()})
+    for (const auto& folder :
+         {directory.path(), directory.contacts(), directory.notifications(), directory.temporaryFiles()})
         if (auto trouble = make(folder)) return *trouble;
     return directory;
 }

@@ -25,6 +25,8 @@ class DataDirectory {
     std::filesystem::path contacts() const { return path_ / "contacts"; }
     /// The rendezvous of the programs that have this directory open.
     std::filesystem::path notifications() const { return path_ / "notifications"; }
+    /// What the handset has in its "/tmp": the plug-in's log of standard error.
+    std::filesystem::path temporaryFiles() const { return path_ / "tmp"; }
     /// Whether no log of calls is there yet: the handset is used for the first time.
     bool isNew() const;
 
