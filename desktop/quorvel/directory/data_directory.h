@@ -25,6 +25,9 @@ class DataDirectory {
     std::filesystem::path contacts() const { return path_ / "contacts"; }
     /// The rendezvous of the programs that have this directory open.
     std::filesystem::path notifications() const { return path_ / "notifications"; }
+    /// What a command line of quorvelctl needs to mean this directory, with a blank behind it: "--data 'PATH' ", or
+    /// nothing for the user's own.
+    std::string commandOption() const;
     /// Whether no log of calls is there yet: the handset is used for the first time.
     bool isNew() const;
 
