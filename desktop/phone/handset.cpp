@@ -13,12 +13,12 @@
 #include "desktop/dispatch/clock.h"
 #include "desktop/notify/notify.h"
 #include "desktop/phone/calling_screen.h"
+#include "desktop/phone/first_start.h"
 #include "desktop/phone/host_call_log.h"
 #include "desktop/phone/keypad_screen.h"
 #include "desktop/phone/opened_address.h"
 #include "desktop/phone/phone_application.h"
 #include "desktop/phone/recents_screen.h"
-#include "desktop/phone/samples.h"
 #include "desktop/phone/show.h"
 #include "desktop/phone/url_opening.h"
 #include "desktop/quorvel/services/companion.h"
@@ -87,7 +87,9 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     if (auto* trouble = std::get_if<std::string>(&opened)) return *trouble;
     const auto& directory = std::get<quorvel::DataDirectory>(opened);
     settingsFile = directory.settings();
-    const bool firstStart = directory.isNew();
+    const bool isUsersOwn = options.dataDirectory.empty();
+    if (isUsersOwn)
+        if (const auto trouble = noteFirstStart(directory)) reportLine(*trouble);
     addressbookui::setShareFolder(directory.path() / "shared");
     uikit::setHandsetRoot(handsetRoot().string());
     substrate::setTemporaryFolder(directory.temporaryFiles());
@@ -95,9 +97,10 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;
     if (auto trouble = quorvel::openCompanion(directory, handsetRoot() / "Applications/Quorvel.app")) return trouble;
     speak(contacts::language());
-    if (firstStart && options.dataDirectory.empty())
-        if (auto trouble = fillWithSamples(*quorvel::DataService::shared()->store(), std::time(nullptr)))
-            return trouble;
+    if (isUsersOwn)
+        if (const auto trouble =
+                finishFirstStart(directory, *quorvel::DataService::shared()->store(), std::time(nullptr)))
+            reportLine(*trouble);
     setHostCallLog(callLogOfStore());
     objc::registerClasses<PhoneApplication, RecentsScreen, KeypadScreen, CallingScreen>();
     if (auto trouble = loadPlugins(options)) return trouble;

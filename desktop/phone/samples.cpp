@@ -14,9 +14,13 @@ constexpr std::int64_t minutesBefore = 20 * 60;
 
 std::optional<std::string> fillWithSamples(quorvel::store::CallStore& log, std::int64_t now) {
     auto& book = contacts::Book::shared();
-    if (!book.isOpen() || !book.all()->empty()) return std::nullopt;
+    if (!book.isOpen()) return std::nullopt;
     auto session = log.beginImport();
     if (!session) return session.error().message;
+    // Of a process that was killed, or of another one that was faster.
+    const auto newest = log.newestRowId();
+    if (!newest) return newest.error().message;
+    if (*newest > 0) return std::nullopt;
     const auto people = quorvel::SampleContacts::addTo(book);
     if (!people) return people.error().message;
     std::string trouble;

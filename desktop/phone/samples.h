@@ -10,8 +10,8 @@
 namespace phone {
 
 /// Fills the open book with made-up people and the log with their calls, the newest some minutes before `now` (seconds
-/// since 1970). Where the book has contacts already, both stay as they are: nobody who is there was called by these.
-/// Answers what went wrong, or nothing.
+/// since 1970). People who are in the book stay as they are; a log that ever had a call does, and so does the book
+/// then. Answers what went wrong, or nothing; to try again completes what was done in part.
 std::optional<std::string> fillWithSamples(quorvel::store::CallStore& log, std::int64_t now);
 
 }  // namespace phone

@@ -4,9 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "desktop/addressbook/book.h"
 #include "desktop/addressbook/call_links.h"
+#include "desktop/phone/first_start.h"
+#include "desktop/quorvel/generate/sample_contacts.h"
 
 namespace phone {
 namespace {
@@ -62,14 +65,85 @@ TEST_F(SamplesTest, everyCallOfAPersonBelongsToTheContactOfThatName) {
     EXPECT_LT(calls.front().date, noon);
 }
 
-TEST_F(SamplesTest, aBookWithContactsAndItsLogStayAsTheyAre) {
+TEST_F(SamplesTest, aLogThatEverHadACallStaysAsItIs) {
+    auto log = openLog();
+    quorvel::store::NewCall call;
+    call.date = noon;
+    ASSERT_TRUE(log.append(call).ok());
+    ASSERT_TRUE(log.deleteAll(quorvel::store::Filter::all).ok());
+    EXPECT_EQ(fillWithSamples(log, noon), std::nullopt);
+    EXPECT_TRUE(book().all()->empty());
+    EXPECT_TRUE(newest(log, 10).empty());
+}
+
+/// The first start, interrupted in each of its steps and then gone on with.
+class FirstStartTest : public SamplesTest {
+  protected:
+    quorvel::DataDirectory directory() const {
+        return std::get<quorvel::DataDirectory>(quorvel::DataDirectory::open(folder_));
+    }
+    void finish() {
+        auto log = openLog();
+        EXPECT_EQ(finishFirstStart(directory(), log, noon), std::nullopt);
+    }
+    void expectState(std::size_t people, std::size_t calls) {
+        auto log = openLog();
+        EXPECT_EQ(book().all()->size(), people);
+        EXPECT_EQ(newest(log, 1000).size(), calls);
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "first-start"));
+        EXPECT_FALSE(std::filesystem::exists(folder_ / "first-start-filling"));
+    }
+};
+
+TEST_F(FirstStartTest, fillsBothOnce) {
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(13, 400);
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(13, 400);
+}
+
+TEST_F(FirstStartTest, killedWhenTheLogWasMadeIsGoneOnWith) {
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    openLog();
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(13, 400);
+}
+
+TEST_F(FirstStartTest, killedWhenTheContactsWereWrittenIsGoneOnWith) {
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    openLog();
+    std::filesystem::rename(folder_ / "first-start", folder_ / "first-start-filling");
+    ASSERT_TRUE(quorvel::SampleContacts::addTo(book()));
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(13, 400);
+}
+
+TEST_F(FirstStartTest, killedWhenTheCallsWereWrittenAddsNothingTwice) {
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    std::ofstream(folder_ / "first-start-filling");
+    finish();
+    expectState(13, 400);
+}
+
+TEST_F(FirstStartTest, aBookWithContactsAndItsLogStayAsTheyAre) {
     contacts::Contact somebody;
     somebody.setText(contacts::Property::firstName, "Zoe");
     ASSERT_TRUE(book().write({somebody}));
-    auto log = openLog();
-    EXPECT_EQ(fillWithSamples(log, noon), std::nullopt);
-    EXPECT_EQ(book().all()->size(), 1u);
-    EXPECT_TRUE(newest(log, 10).empty());
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(1, 0);
+}
+
+TEST_F(FirstStartTest, aHandsetThatWasUsedBeforeIsNotFilled) {
+    openLog();
+    EXPECT_EQ(noteFirstStart(directory()), std::nullopt);
+    finish();
+    expectState(0, 0);
 }
 
 }  // namespace

@@ -60,6 +60,11 @@ int sync(sqlite3_file* file, int flags) {
 int truncate(sqlite3_file* file, sqlite3_int64 size) {
     return fails(true) ? codeOf(SQLITE_IOERR_TRUNCATE, SQLITE_IOERR_TRUNCATE) : systemOf(file)->xTruncate(file, size);
 }
+int shareMemory(sqlite3_file* file, int region, int size, int extends, void volatile** memory) {
+    // The index of a write-ahead log takes room on the disk, too, the first time that it is mapped.
+    if (extends != 0 && fault != Fault::death && fails(true)) return codeOf(SQLITE_IOERR_SHMSIZE, SQLITE_IOERR_SHMSIZE);
+    return systemOf(file)->xShmMap(file, region, size, extends, memory);
+}
 int shareLock(sqlite3_file* file, int offset, int count, int flags) {
     if (fault == Fault::death) fails(false);
     return systemOf(file)->xShmLock(file, offset, count, flags);
@@ -82,6 +87,7 @@ int open(sqlite3_vfs* self, const char* path, sqlite3_file* file, int flags, int
             table.failing.xWrite = write;
             table.failing.xSync = sync;
             table.failing.xTruncate = truncate;
+            table.failing.xShmMap = shareMemory;
             table.failing.xShmLock = shareLock;
             table.failing.xShmBarrier = shareBarrier;
             // Pages in mapped memory would be read past the methods above.

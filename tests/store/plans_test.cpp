@@ -36,7 +36,13 @@ bool readsEverythingOnPurpose(const std::string& text) {
         "desc, ROWID desc",
         "select party, contact, address from party order by party",
         "select party, calls from party order by party",
-        "select address, contact, name, label from party where calls > 0 order by party",
+        "select address, contact, name, label, party from party where calls > 0 order by party",
+        "select party, address, name, label, contact from party order by party",
+        "select party, contact, address, name, label from party where party not between 1 and ?1 order by party",
+        "select ROWID, address, date, duration, flags, face_time_data_size, location, id, extra from call order by "
+        "ROWID",
+        "select ROWID, address, date, duration, flags, face_time_data_size, location, id, extra, name, label, moment "
+        "from deleted order by ROWID",
         "select day, dialled, received, missed, dialled_duration, received_duration, first, last from day order by day",
         "select span, dialled, received, missed, all_runs, dialled_runs, received_runs, missed_runs from span order by "
         "span",

@@ -65,6 +65,13 @@ std::variant<DataDirectory, std::string> DataDirectory::open(const fs::path& pat
     return directory;
 }
 
+std::string DataDirectory::commandOption() const {
+    if (path_ == usersOwn().lexically_normal()) return {};
+    std::string quoted;
+    for (const char letter : path_.string()) quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    return "--data '" + quoted + "' ";
+}
+
 bool DataDirectory::isNew() const {
     std::error_code error;
     return !fs::exists(fs::symlink_status(calls(), error));

@@ -27,6 +27,9 @@ class DataDirectory {
     std::filesystem::path notifications() const { return path_ / "notifications"; }
     /// What the handset has in its "/tmp": the plug-in's log of standard error.
     std::filesystem::path temporaryFiles() const { return path_ / "tmp"; }
+    /// What a command line of quorvelctl needs to mean this directory, with a blank behind it: "--data 'PATH' ", or
+    /// nothing for the user's own.
+    std::string commandOption() const;
     /// Whether no log of calls is there yet: the handset is used for the first time.
     bool isNew() const;
 

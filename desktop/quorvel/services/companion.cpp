@@ -6,6 +6,7 @@
 #include "desktop/addressbook/names.h"
 #include "desktop/quorvel/services/contact_source.h"
 #include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/log_opening.h"
 #include "desktop/quorvel/services/plural_format.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/quorvel/services/texts.h"
@@ -27,20 +28,10 @@ namespace {
 
 void say(const std::string& sentence) { std::fprintf(stderr, "%s\n", sentence.c_str()); }
 
-store::Result<store::CallStore> openCalls(const std::filesystem::path& file) {
-    auto opened = store::CallStore::open(file);
-    if (opened || opened.error().kind != store::ErrorKind::damaged) return opened;
-    say(opened.error().message);
-    const auto aside = store::CallStore::setAside(file);
-    if (!aside) return aside.error();
-    say("It was kept as " + (*aside).string() + ", and a new log was begun.");
-    return store::CallStore::open(file);
-}
-
 }  // namespace
 
 std::optional<std::string> openCompanion(const DataDirectory& directory, const std::filesystem::path& textsFolder) {
-    auto opened = openCalls(directory.calls());
+    auto opened = openCalls(directory);
     if (!opened) return opened.error().message;
     DataService::shared()->setStore(std::make_unique<store::CallStore>(std::move(*opened)));
     SettingsService::shared()->setFile(directory.settings());

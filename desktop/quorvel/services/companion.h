@@ -11,9 +11,9 @@
 namespace quorvel {
 
 /// Opens calls, settings and texts of the data directory, before the plug-in is loaded. Answers a sentence that says
-/// what is wrong, where, and what to do, when the log of calls cannot be opened; a damaged log is set aside, never
-/// deleted, and a new one is begun. Whatever else had to be put right is said on standard error. `textsFolder` holds
-/// the string tables. Main thread, inside an autorelease pool.
+/// what is wrong, where, and what to do, when there is no log of calls to work on; see openCalls() for what becomes of
+/// a damaged one and of one that cannot be written. Whatever else had to be put right is said on standard error.
+/// `textsFolder` holds the string tables. Main thread, inside an autorelease pool.
 std::optional<std::string> openCompanion(const DataDirectory& directory, const std::filesystem::path& textsFolder);
 
 /// Ends the work on the log and forgets the lists; reading answers nothing and deleting fails from now on. Main

@@ -5,6 +5,8 @@
 #include <cstdio>
 
 #include "desktop/quorvel/services/counterpart.h"
+#include "desktop/quorvel/services/guarded.h"
+#include "desktop/quorvel/services/log_opening.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/uikit/text.h"
 
@@ -24,6 +26,7 @@ store::Mode presentMode() { return SettingsService::shared()->mode(); }
 
 void report(const char* what, const store::Error& error) {
     std::fprintf(stderr, "libQuorvel: %s: %s\n", what, error.message.c_str());
+    tellOfDamage(error);
 }
 
 /// A new list, which takes entries of calls as they are read.
@@ -62,25 +65,26 @@ void DataService::define(objc::ClassDefinition<DataService>& definition) {
     definition.method<"msdCallsDuration", &Self::duration<3>>().method<"setMsdCallsDuration:", &Self::setDuration<3>>();
     definition.method<"isAnyRecDeleted", &Self::isAnyRecDeleted>()
         .method<"setIsAnyRecDeleted:", &Self::setIsAnyRecDeleted>()
-        .method<"readCallsFromDB:offset:flag:", &Self::readCalls>()
-        .method<"readCallsForDate:offset:flag:date:", &Self::readCallsForDate>()
-        .method<"getTotalCallCount:", &Self::totalCount>()
-        .method<"getTotalCallDuration:", &Self::totalDuration>()
+        .function<"readCallsFromDB:offset:flag:", guarded<&Self::readCalls>>()
+        .function<"readCallsForDate:offset:flag:date:", guarded<&Self::readCallsForDate>>()
+        .function<"getTotalCallCount:", guarded<&Self::totalCount>>()
+        .function<"getTotalCallDuration:", guarded<&Self::totalDuration>>()
         .method<"getAllCallsDuration:", &Self::durationText>()
-        .method<"getSearchedRecordsFromDB:searchString:date:", &Self::searchedRecords>()
-        .method<"getResult:", &Self::result>()
-        .method<"getHistoryForContact:", &Self::history>()
-        .method<"removeCallsFromDB:date:", &Self::removeCalls>()
-        .method<"removeDataFromDB:calFilterType:forDate:", &Self::removeListed>()
-        .method<"removeData:calFilterType:date:", &Self::removeEntry>()
-        .method<"removeEntriesFromCallList:calFilterType:", &Self::removeFromLists>()
-        .method<"removeLogEntry:calFilterType:", &Self::removeLogEntry>()
-        .method<"removeLogEntryFromDB:calFilterType:date:currentCount:", &Self::removeHistory>()
-        .method<"removeLogEntriesFromDB:calFilterType:", &Self::removeLogEntries>()
-        .method<"allHistoryDeletedForEntry:", &Self::historyDeleted>()
-        .method<"updateCallEntriesTimeStamp:dldCallEntry:rcdCallEntry:msdCallEntry:", &Self::updateTimeStamps>()
-        .method<"sortArray:", &Self::sortArray>()
-        .method<"showErrorMessage:", &Self::showErrorMessage>();
+        .function<"getSearchedRecordsFromDB:searchString:date:", guarded<&Self::searchedRecords>>()
+        .function<"getResult:", guarded<&Self::result>>()
+        .function<"getHistoryForContact:", guarded<&Self::history>>()
+        .function<"removeCallsFromDB:date:", guarded<&Self::removeCalls>>()
+        .function<"removeDataFromDB:calFilterType:forDate:", guarded<&Self::removeListed>>()
+        .function<"removeData:calFilterType:date:", guarded<&Self::removeEntry>>()
+        .function<"removeEntriesFromCallList:calFilterType:", guarded<&Self::removeFromLists>>()
+        .function<"removeLogEntry:calFilterType:", guarded<&Self::removeLogEntry>>()
+        .function<"removeLogEntryFromDB:calFilterType:date:currentCount:", guarded<&Self::removeHistory>>()
+        .function<"removeLogEntriesFromDB:calFilterType:", guarded<&Self::removeLogEntries>>()
+        .function<"allHistoryDeletedForEntry:", guarded<&Self::historyDeleted>>()
+        .function<"updateCallEntriesTimeStamp:dldCallEntry:rcdCallEntry:msdCallEntry:",
+                  guarded<&Self::updateTimeStamps>>()
+        .function<"sortArray:", guarded<&Self::sortArray>>()
+        .function<"showErrorMessage:", guarded<&Self::showErrorMessage>>();
 }
 
 DataService* DataService::shared() {

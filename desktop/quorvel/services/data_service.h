@@ -8,15 +8,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "desktop/quorvel/services/call_array.h"
 #include "desktop/quorvel/services/call_entry.h"
 #include "desktop/quorvel/store/call_store.h"
-#include "objc/snapshot_array.h"
 #include "objc/strong_slot.h"
 
 namespace quorvel {
-
-/// The lists that the service hands out.
-using CallArray = objc::SnapshotArray<"QVCallArray">;
 
 class DataService : public objc::PeerBase {
   public:

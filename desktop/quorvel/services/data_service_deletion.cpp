@@ -5,6 +5,7 @@
 
 #include "desktop/quorvel/services/counterpart.h"
 #include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/log_opening.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/quorvel/services/texts.h"
 #include "desktop/uikit/alert_view.h"
@@ -36,6 +37,7 @@ bool isAt(objc::Object day, const CallEntry& entry) { return !day || uikit::utf8
 
 bool DataService::failed(const store::Error& error) const {
     std::fprintf(stderr, "libQuorvel: calls could not be deleted: %s\n", error.message.c_str());
+    tellOfDamage(error);
     return false;
 }
 

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "desktop/quorvel/services/data_service.h"
+#include "desktop/quorvel/services/log_opening.h"
 #include "desktop/quorvel/services/settings_service.h"
 #include "desktop/uikit/text.h"
 
@@ -17,6 +18,7 @@ constexpr store::Filter filters[] = {store::Filter::all, store::Filter::dialled,
 
 void report(const store::Error& error) {
     std::fprintf(stderr, "libQuorvel: a list could not be brought up to date: %s\n", error.message.c_str());
+    tellOfDamage(error);
 }
 
 CallEntry* entryOf(objc::Object object) { return objc::peerOf<CallEntry>(object); }

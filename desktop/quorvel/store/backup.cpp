@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "desktop/quorvel/store/care.h"
+#include "desktop/quorvel/store/impossible_rows.h"
 #include "desktop/quorvel/store/log_files.h"
 #include "desktop/quorvel/store/page_copy.h"
 #include "desktop/quorvel/store/schema.h"
@@ -43,6 +44,14 @@ void requireFree(const fs::path& file, Existing existing) {
     }
 }
 
+[[noreturn]] void refuseContents(const fs::path& backup, const std::string& finding) {
+    throw Failure{
+        {ErrorKind::badInput, "The backup " + backup.string() + " holds what no log can hold: " + finding +
+                                  " The log was left as it is. To add what is right in the backup to it, use: "
+                                  "quorvelctl import --skip-bad " +
+                                  backup.string()}};
+}
+
 /// The backup's contents in the staging file, of this version, sound and in agreement with themselves. Answers what
 /// had to be put right.
 std::vector<std::string> stage(const fs::path& backup, const fs::path& staging, const BackupOptions& options) {
@@ -61,7 +70,11 @@ std::vector<std::string> stage(const fs::path& backup, const fs::path& staging, 
     {
         Transaction transaction(copy, Transaction::Kind::write);
         findings = findContradictions(copy);
-        if (!findings.empty()) rebuildDerived(copy);
+        if (!findings.empty()) {
+            dropForeignParts(copy);
+            rebuildDerived(copy);
+            if (const auto left = findContradictions(copy); !left.empty()) refuseContents(backup, left.front());
+        }
         transaction.commit();
     }
     copy.execute("pragma journal_mode = delete");

@@ -7,6 +7,7 @@
 
 #include "desktop/quorvel/store/call_store_impl.h"
 #include "desktop/quorvel/store/local_days.h"
+#include "desktop/quorvel/store/mend.h"
 
 namespace quorvel::store {
 namespace {
@@ -48,7 +49,7 @@ Result<std::filesystem::path> CallStore::setAside(const std::filesystem::path& p
     std::error_code error;
     for (int number = 1;; ++number) {
         std::filesystem::path aside = path;
-        aside += ".damaged-" + std::to_string(number);
+        aside += setAsideWord + std::to_string(number);
         if (std::filesystem::exists(aside, error)) continue;
         // The log beside the file goes first: without it the file must not be opened again under its old name.
         for (const char* suffix : {"-wal", "-shm", ""}) {

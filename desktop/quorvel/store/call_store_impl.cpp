@@ -24,6 +24,29 @@ std::unique_ptr<Connection> writingConnection(const std::filesystem::path& path,
     return connection;
 }
 
+/// Whether the failure is that nothing can be made beside the file, which reading a write-ahead log takes.
+bool lacksRoom(const Failure& failure) {
+    const ErrorKind kind = failure.error.kind;
+    return kind == ErrorKind::full || kind == ErrorKind::unreadable || kind == ErrorKind::readOnly ||
+           (failure.code & 0xff) == SQLITE_IOERR;
+}
+
+/// How a store that only reads opens the file: as it lies where nothing can be made beside it and nothing has to be
+/// read there.
+Connection::Use useForReading(const std::filesystem::path& path, const OpenOptions& options) {
+    try {
+        connect(path, Connection::Use::readFileOnly, options);
+    } catch (const Failure& failure) {
+        std::filesystem::path log = path;
+        log += "-wal";
+        std::error_code error;
+        const bool isWhole = std::filesystem::file_size(log, error) == 0 || error;
+        if (!lacksRoom(failure) || !isWhole || !std::filesystem::exists(path, error)) throw;
+        return Connection::Use::readUnchanging;
+    }
+    return Connection::Use::readFileOnly;
+}
+
 Watch firstLook(Connection& connection) {
     Transaction transaction(connection, Transaction::Kind::read);
     return Watch().look(connection);
@@ -35,9 +58,10 @@ CallStore::Impl::Impl(const std::filesystem::path& path, const OpenOptions& opti
     : path_(path),
       options_(options),
       writing_(writingConnection(path, options)),
-      reading_(connect(path, writing_ ? Connection::Use::read : Connection::Use::readFileOnly, options)),
+      readingUse_(writing_ ? Connection::Use::read : useForReading(path, options)),
+      reading_(connect(path, readingUse_, options)),
       reader_(*reading_),
-      queries_(path, options.busyBound, options.fileSystem) {
+      queries_(path, writing_ ? Connection::Use::readFileOnly : readingUse_, options.busyBound, options.fileSystem) {
     if (writing_) {
         if (firstLook(*writing_).wasStranger) heal();
         writeWatch_ = firstLook(*writing_);

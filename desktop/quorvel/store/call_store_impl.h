@@ -82,6 +82,7 @@ class CallStore::Impl {
 
     // A reader that has to heal takes the writing mutex under its own; a writer never takes the reader's.
     std::mutex readMutex_;
+    Connection::Use readingUse_;
     std::unique_ptr<Connection> reading_;
     Reader reader_;
     Watch readWatch_;

@@ -1,42 +1,33 @@
 // The one place that changes the tables `call` and `party`.
 #include "desktop/quorvel/store/call_writer.h"
 
-#include <unicode/utf8.h>
-
 #include <algorithm>
-#include <limits>
+#include <utility>
+
+#include "desktop/quorvel/store/call_rules.h"
 
 namespace quorvel::store {
 namespace {
 
-bool isText(std::string_view text) {
-    const auto length = static_cast<std::int32_t>(text.size());
-    for (std::int32_t at = 0; at < length;) {
-        UChar32 letter = 0;
-        U8_NEXT(text.data(), at, length, letter);
-        // A zero would end the text for others that read the file.
-        if (letter <= 0) return false;
-    }
-    return true;
-}
+constexpr const char* usedUp = "its numbers are used up; \"quorvelctl doctor --mend\" gives them anew";
 
-Error badInput(const char* what, const std::string& advice) {
-    return {ErrorKind::badInput, std::string("The call's ") + what + ". " + advice + " The call was not written."};
+/// Of the number that the table gave last. SQLite itself says at their end that the disk is full.
+void requireNumbersLeft(Connection& connection, const char* table) {
+    Statement& given = connection.statement("select seq from sqlite_sequence where name = ?1");
+    const ResetLater later(given);
+    if (!given.bind(1, std::string_view(table)).step() || given.integer(0) < greatestNumber) return;
+    given.failDamaged(usedUp);
 }
 
 }  // namespace
 
-std::optional<Error> objectionTo(const NewCall& call) {
-    constexpr std::int64_t last = std::numeric_limits<std::int32_t>::max();
-    if (call.date < 0 || call.date > last) {
-        return badInput("date lies outside the years 1970 to 2038", "Give seconds since 1970, up to 2147483647.");
-    }
-    if (call.duration < 0) return badInput("duration is negative", "Give seconds from 0 on.");
-    for (const std::string* text : {&call.address, &call.name, &call.label, &call.location, &call.extra}) {
-        if (text->size() > 100000) return badInput("texts are too long", "Give at most 100000 bytes each.");
-        if (!isText(*text)) return badInput("texts are not UTF-8, or hold a zero", "Convert them to UTF-8.");
-    }
-    return std::nullopt;
+CallWriter::CallWriter(Connection& connection, std::int64_t now)
+    : connection_(connection), now_(now), kept_(connection, expiredAt(now)), ledger_(connection) {}
+
+void CallWriter::requireNumbers() {
+    if (std::exchange(hasNumbers_, true)) return;
+    requireNumbersLeft(connection_, "call");
+    requireNumbersLeft(connection_, "party");
 }
 
 CallWriter::Party& CallWriter::partyOf(std::string_view address, std::int64_t contact) {
@@ -48,13 +39,14 @@ CallWriter::Party& CallWriter::partyOf(std::string_view address, std::int64_t co
         "select party, name, label from party indexed by party_by_address where address = ?1 and contact = ?2");
     const ResetLater later(found);
     if (found.bind(1, address).bind(2, contact).step()) {
-        party = {found.integer(0), std::string(found.text(1)), std::string(found.text(2))};
+        party = {found.within(0, 1, greatestNumber, "a party"), std::string(found.text(1)), std::string(found.text(2))};
     } else {
         connection_.statement("insert into party (address, contact) values (?1, ?2)")
             .bind(1, address)
             .bind(2, contact)
             .run();
         party.number = connection_.lastRowId();
+        if (party.number > greatestNumber) found.failDamaged(usedUp);
     }
     return parties_.emplace(key_, std::move(party)).first->second;
 }
@@ -74,6 +66,7 @@ void CallWriter::nameParty(Party& party, std::string_view name, std::string_view
 }
 
 std::int64_t CallWriter::insert(const NewCall& call) {
+    requireNumbers();
     Party& party = partyOf(call.address, call.contactId);
     nameParty(party, call.name, call.label, false);
     CallRow row;
@@ -102,6 +95,7 @@ std::int64_t CallWriter::insert(const NewCall& call) {
     }
     made.bind(7, row.contact).bind(8, day).bind(9, row.kind).bind(10, row.party).bind(11, row.day).run();
     row.rowId = connection_.lastRowId();
+    if (row.rowId == greatestNumber) hasNumbers_ = false;
     ledger_.add(row);
     return row.rowId;
 }
@@ -139,17 +133,17 @@ std::int64_t CallWriter::putBack(std::span<const std::int64_t> rowIds) {
             const ResetLater later(taken);
             if (taken.bind(1, rowId).step()) continue;
         }
-        Party& party = partyOf(kept->address, kept->contact);
-        nameParty(party, party.name.empty() ? kept->name : "", party.label.empty() ? kept->label : "", false);
+        const NewCall& call = kept->call;
+        Party& party = partyOf(call.address, call.contactId);
+        nameParty(party, party.name.empty() ? call.name : "", party.label.empty() ? call.label : "", false);
         CallRow row;
-        row.date = kept->date;
+        row.date = call.date;
         row.rowId = rowId;
-        row.kind =
-            static_cast<std::int64_t>(listOf(static_cast<std::int32_t>(kept->flags), kept->duration > 0 ? 1 : 0));
-        row.duration = kept->duration;
-        row.flags = kept->flags;
+        row.kind = static_cast<std::int64_t>(listOf(call.flags, call.duration));
+        row.duration = call.duration;
+        row.flags = call.flags;
         row.party = party.number;
-        row.contact = kept->contact;
+        row.contact = call.contactId;
         row.day = kept->day;
         kept_.putBack(rowId, row.kind, row.party, dayText(row.day));
         ledger_.add(row);

@@ -13,15 +13,11 @@
 
 namespace quorvel::store {
 
-/// The reason why the call cannot be written, or nothing.
-std::optional<Error> objectionTo(const NewCall& call);
-
 /// Lives within one writing transaction on the connection.
 class CallWriter {
   public:
     /// `now` in seconds since 1970: the moment of what is deleted, and what kept calls are too old by.
-    CallWriter(Connection& connection, std::int64_t now)
-        : connection_(connection), now_(now), kept_(connection, expiredAt(now)), ledger_(connection) {}
+    CallWriter(Connection& connection, std::int64_t now);
 
     void expectMany(std::int64_t changes) { ledger_.expectMany(changes); }
     std::int64_t insert(const NewCall& call);
@@ -43,6 +39,8 @@ class CallWriter {
         std::string name, label;
     };
 
+    /// Throws where the log has no numbers left for calls or parties; asked once.
+    void requireNumbers();
     Party& partyOf(std::string_view address, std::int64_t contact);
     /// Empty texts leave what there is, unless `always`.
     void nameParty(Party& party, std::string_view name, std::string_view label, bool always);
@@ -56,6 +54,7 @@ class CallWriter {
     std::string key_;
     std::int64_t changes_ = 0;
     bool renamed_ = false;
+    bool hasNumbers_ = false;
 };
 
 }  // namespace quorvel::store

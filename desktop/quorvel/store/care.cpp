@@ -1,8 +1,10 @@
 // Both directions of one comparison: what a call's own columns say, and what is kept beside them.
 #include "desktop/quorvel/store/care.h"
 
+#include <array>
 #include <unordered_map>
 
+#include "desktop/quorvel/store/impossible_rows.h"
 #include "desktop/quorvel/store/local_days.h"
 #include "desktop/quorvel/store/schema.h"
 #include "desktop/quorvel/store/sums.h"
@@ -26,7 +28,9 @@ void eachWrong(Connection& connection, PartyOf&& partyOf, See&& see) {
         "select ROWID, address, id, date, duration, flags, kind, party, day, datetime from call order by ROWID");
     const ResetLater later(calls);
     LocalDays days;
+    Rising order;
     while (calls.step()) {
+        order.expect(calls, 0);
         const auto flags = static_cast<std::int32_t>(calls.integer(5));
         const std::int32_t duration = calls.integer(4) > 0 ? 1 : 0;
         const Derived right{calls.integer(0), static_cast<std::int64_t>(listOf(flags, duration)),
@@ -41,7 +45,8 @@ std::unordered_map<std::string, std::int64_t> readParties(Connection& connection
     std::unordered_map<std::string, std::int64_t> parties;
     Statement& found = connection.statement("select party, contact, address from party order by party");
     const ResetLater later(found);
-    while (found.step()) parties.emplace(partyKey(found.integer(1), found.text(2)), found.integer(0));
+    Rising order;
+    while (found.step()) parties.emplace(partyKey(found.integer(1), found.text(2)), order.expect(found, 0));
     return parties;
 }
 
@@ -56,7 +61,9 @@ bool partyCallsAgree(Connection& connection, const Sums& sums) {
     std::size_t parties = 0;
     Statement& kept = connection.statement("select party, calls from party order by party");
     const ResetLater later(kept);
+    Rising order;
     while (kept.step()) {
+        order.expect(kept, 0);
         ++parties;
         const auto counted = sums.partyCalls.find(kept.integer(0));
         if (counted == sums.partyCalls.end() || counted->second != kept.integer(1)) return false;
@@ -86,7 +93,9 @@ void eachKeptWrong(Connection& connection, See&& see) {
     Statement& kept = connection.statement("select ROWID, date, day from deleted order by ROWID");
     const ResetLater later(kept);
     LocalDays days;
+    Rising order;
     while (kept.step()) {
+        order.expect(kept, 0);
         const std::int64_t day = days.dayOf(kept.integer(1));
         if (day != kept.integer(2)) see(kept.integer(0), day);
     }
@@ -105,7 +114,10 @@ std::vector<std::string> findDamage(Connection& connection) {
 }
 
 std::vector<std::string> findContradictions(Connection& connection) {
+    // Nothing is worked out of a file that is damaged, nor of rows that cannot be.
     std::vector<std::string> findings = findDamage(connection);
+    if (findings.empty()) findings = findImpossible(connection);
+    if (!findings.empty()) return findings;
     const auto parties = readParties(connection);
     std::int64_t wrong = 0;
     eachWrong(
@@ -135,7 +147,7 @@ std::vector<std::string> findContradictions(Connection& connection) {
     compareSums(readSums(connection), counted, findings);
     if (!partyCallsAgree(connection, counted))
         findings.emplace_back("The parties' numbers of calls differ from the calls.");
-    const std::int64_t days = connection.integerOf("select days from state where one = 1");
+    const std::int64_t days = daysOf(connection);
     if (days != static_cast<std::int64_t>(counted.days.size())) {
         findings.push_back("The number of days is " + std::to_string(days) + "; counted are " +
                            std::to_string(counted.days.size()) + ".");
@@ -144,6 +156,7 @@ std::vector<std::string> findContradictions(Connection& connection) {
 }
 
 void rebuildDerived(Connection& connection) {
+    putNumbersRight(connection);
     auto parties = readParties(connection);
     std::vector<Derived> wrong;
     eachWrong(

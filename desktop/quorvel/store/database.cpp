@@ -1,7 +1,11 @@
 // Opening, preparing, stepping; every code but success becomes a Failure with a message.
 #include "desktop/quorvel/store/database.h"
 
+#include <algorithm>
+#include <cctype>
+#include <cstring>
 #include <mutex>
+#include <new>
 
 namespace quorvel::store {
 namespace {
@@ -19,9 +23,14 @@ std::function<void(std::string_view)> presentObserver() {
 }
 
 ErrorKind kindOf(int code) {
+    // The only reason why the index of the write-ahead log cannot be made to grow.
+    if (code == SQLITE_IOERR_SHMSIZE) return ErrorKind::full;
     switch (code & 0xff) {
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
+        // What the program writes keeps to the constraints, unless the file contradicts itself.
+        case SQLITE_CONSTRAINT:
+        case SQLITE_MISMATCH:
             return ErrorKind::damaged;
         case SQLITE_CANTOPEN:
         case SQLITE_PERM:
@@ -56,6 +65,18 @@ const char* adviceFor(ErrorKind kind) {
     }
 }
 
+/// The name of the file with an option of SQLite's behind it.
+std::string unchangingName(const std::filesystem::path& path) {
+    std::string name = "file:";
+    for (const char letter : std::filesystem::absolute(path).string()) {
+        const bool isPlain = std::isalnum(static_cast<unsigned char>(letter)) != 0 || std::strchr("/._-", letter);
+        static constexpr char digits[] = "0123456789ABCDEF";
+        const auto byte = static_cast<unsigned char>(letter);
+        name += isPlain ? std::string(1, letter) : std::string{'%', digits[byte >> 4U], digits[byte & 15U]};
+    }
+    return name + "?immutable=1";
+}
+
 }  // namespace
 
 Error errorOf(int code, const std::string& detail, const std::filesystem::path& path) {
@@ -63,28 +84,36 @@ Error errorOf(int code, const std::string& detail, const std::filesystem::path& 
     return {kind, "The database " + path.string() + ": " + detail + ". " + adviceFor(kind)};
 }
 
+Failure failureOf(int code, const std::string& detail, const std::filesystem::path& path) {
+    return {errorOf(code, detail, path), code};
+}
+
 Statement::Statement(sqlite3* database, std::string_view text, const std::filesystem::path& path) : path_(&path) {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()), SQLITE_PREPARE_PERSISTENT,
                                         &statement, nullptr);
     handle_.reset(statement);
-    if (code != SQLITE_OK) throw Failure{errorOf(code, sqlite3_errmsg(database), path)};
+    if (code != SQLITE_OK) throw failureOf(code, sqlite3_errmsg(database), path);
+}
+
+void Statement::expectOk(int code) const {
+    if (code != SQLITE_OK) throw failureOf(code, sqlite3_errmsg(sqlite3_db_handle(handle_.get())), *path_);
 }
 
 Statement& Statement::bind(int parameter, std::int64_t value) {
-    sqlite3_bind_int64(handle_.get(), parameter, value);
+    expectOk(sqlite3_bind_int64(handle_.get(), parameter, value));
     return *this;
 }
 
 Statement& Statement::bind(int parameter, std::string_view text) {
     // A null pointer would bind NULL, so an empty text points somewhere.
     const char* data = text.empty() ? "" : text.data();
-    sqlite3_bind_text64(handle_.get(), parameter, data, text.size(), SQLITE_STATIC, SQLITE_UTF8);
+    expectOk(sqlite3_bind_text64(handle_.get(), parameter, data, text.size(), SQLITE_STATIC, SQLITE_UTF8));
     return *this;
 }
 
 Statement& Statement::bindNull(int parameter) {
-    sqlite3_bind_null(handle_.get(), parameter);
+    expectOk(sqlite3_bind_null(handle_.get(), parameter));
     return *this;
 }
 
@@ -92,9 +121,9 @@ bool Statement::step() {
     const int code = sqlite3_step(handle_.get());
     if (code == SQLITE_ROW) return true;
     if (code != SQLITE_DONE) {
-        const Error error = errorOf(code, sqlite3_errmsg(sqlite3_db_handle(handle_.get())), *path_);
+        const Failure failure = failureOf(code, sqlite3_errmsg(sqlite3_db_handle(handle_.get())), *path_);
         reset();
-        throw Failure{error};
+        throw failure;
     }
     reset();
     return false;
@@ -106,21 +135,46 @@ void Statement::run() {
 }
 
 std::string_view Statement::text(int column) const {
+    const bool isThere = !isNull(column);
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
-    return text ? std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column)))
-                : std::string_view();
+    if (text) return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
+    if (isThere && sqlite3_errcode(sqlite3_db_handle(handle_.get())) == SQLITE_NOMEM) throw std::bad_alloc();
+    return {};
 }
+
+std::int64_t Statement::within(int column, std::int64_t low, std::int64_t high, const char* what) const {
+    const std::int64_t number = integer(column);
+    if (number < low || number > high)
+        failDamaged(std::string(what) + " of " + std::to_string(number) + " is in it, which cannot be");
+    return number;
+}
+
+std::int64_t Statement::count(int column) const {
+    // As many as there can be row identifiers, by all the days, parties and lists they are counted for.
+    constexpr std::int64_t most = std::int64_t{1} << 32U;
+    return within(column, 0, most, "a number of calls");
+}
+
+std::int64_t Statement::seconds(int column) const {
+    constexpr std::int64_t most = std::int64_t{1} << 60U;
+    return std::clamp(integer(column), -most, most);
+}
+
+void Statement::failDamaged(const std::string& what) const { throw failureOf(SQLITE_CORRUPT, what, *path_); }
 
 Connection::Connection(std::filesystem::path path, Use use, std::chrono::milliseconds busyBound,
                        const std::string& fileSystem)
     : path_(std::move(path)) {
-    const int access = use == Use::readFileOnly ? SQLITE_OPEN_READONLY
-                                                : SQLITE_OPEN_READWRITE | (use == Use::write ? SQLITE_OPEN_CREATE : 0);
+    int access = SQLITE_OPEN_READWRITE;
+    if (use == Use::write) access |= SQLITE_OPEN_CREATE;
+    if (use == Use::readFileOnly) access = SQLITE_OPEN_READONLY;
+    if (use == Use::readUnchanging) access = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+    const std::string name = use == Use::readUnchanging ? unchangingName(path_) : path_.string();
     sqlite3* database = nullptr;
-    const int code = sqlite3_open_v2(path_.c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
+    const int code = sqlite3_open_v2(name.c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
                                      fileSystem.empty() ? nullptr : fileSystem.c_str());
     handle_.reset(database);
-    if (code != SQLITE_OK) throw Failure{errorOf(code, database ? sqlite3_errmsg(database) : "no memory", path_)};
+    if (code != SQLITE_OK) throw failureOf(code, database ? sqlite3_errmsg(database) : "no memory", path_);
     sqlite3_extended_result_codes(database, 1);
     sqlite3_busy_timeout(database, static_cast<int>(busyBound.count()));
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -138,7 +192,7 @@ Statement& Connection::statement(std::string_view text) {
 
 void Connection::execute(const char* text) {
     const int code = sqlite3_exec(handle_.get(), text, nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK) throw Failure{errorOf(code, sqlite3_errmsg(handle_.get()), path_)};
+    if (code != SQLITE_OK) throw failureOf(code, sqlite3_errmsg(handle_.get()), path_);
 }
 
 std::int64_t Connection::integerOf(std::string_view text) {

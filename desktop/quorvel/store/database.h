@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <exception>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -19,6 +20,7 @@ namespace quorvel::store {
 
 struct Failure {
     Error error;
+    int code = SQLITE_OK;  ///< SQLite's extended code, where it reported the failure.
 };
 
 /// A prepared statement. Parameters are numbered from 1, columns from 0.
@@ -40,11 +42,30 @@ class Statement {
 
     std::int64_t integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
     std::string_view text(int column) const;
+    bool isInteger(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_INTEGER; }
+    bool isText(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_TEXT; }
+    bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
+
+    // Numbers of a file that are reckoned with. What they may be holds for every sound file, so that anything else is
+    // damage.
+
+    /// A number within the bounds; throws damaged with the words otherwise.
+    std::int64_t within(int column, std::int64_t low, std::int64_t high, const char* what) const;
+    /// How many there are of something.
+    std::int64_t count(int column) const;
+    /// A sum of seconds, cut to what sums can be added of without overflow.
+    std::int64_t seconds(int column) const;
+
+    /// Throws damaged: the words say what is wrong with the file.
+    [[noreturn]] void failDamaged(const std::string& what) const;
 
   private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
     };
+    /// Throws what SQLite says of the code, if it is an error.
+    void expectOk(int code) const;
+
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
     const std::filesystem::path* path_ = nullptr;
 };
@@ -64,7 +85,12 @@ class ResetLater {
 /// A connection to the log, used by one thread at a time.
 class Connection {
   public:
-    enum class Use { write, read, readFileOnly };
+    enum class Use {
+        write,
+        read,
+        readFileOnly,   ///< The connection cannot write.
+        readUnchanging  ///< The same of a file that nobody changes meanwhile: nothing is made or kept beside it.
+    };
 
     Connection(std::filesystem::path path, Use use, std::chrono::milliseconds busyBound, const std::string& fileSystem);
     Connection(const Connection&) = delete;
@@ -108,6 +134,8 @@ class Transaction {
 
 /// The error of a code of SQLite on the file, with what can be done about it.
 Error errorOf(int code, const std::string& detail, const std::filesystem::path& path);
+/// The same as it is thrown.
+Failure failureOf(int code, const std::string& detail, const std::filesystem::path& path);
 
 /// The result of the work, or what it threw.
 template <class Work>
@@ -118,6 +146,9 @@ auto guarded(Work&& work) -> Result<decltype(work())> {
         return failure.error;
     } catch (const std::bad_alloc&) {
         return Error{ErrorKind::failed, "There is not enough memory for this operation; nothing was changed."};
+    } catch (const std::exception& exception) {
+        return Error{ErrorKind::failed,
+                     std::string("The operation failed (") + exception.what() + "); nothing was changed."};
     }
 }
 

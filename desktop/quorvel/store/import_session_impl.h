@@ -73,7 +73,7 @@ class ImportSession::Impl {
         for (int at = 0; at < 5; ++at) found.bind(2 + at, nearDays[at]);
         found.bind(9, std::int64_t{isOutgoing(call.flags)});
         while (found.step()) {
-            const std::int64_t rowId = found.integer(0);
+            const std::int64_t rowId = found.within(0, 1, greatestNumber, "a row identifier");
             if (rowId > newestBefore_) continue;
             auto claimed = claimed_[rowId / claimedInBlock][static_cast<std::size_t>(rowId % claimedInBlock)];
             if (claimed) continue;

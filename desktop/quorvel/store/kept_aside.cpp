@@ -22,7 +22,7 @@ DeletedCall deletedCallOf(const Statement& row) {
     DeletedCall deleted;
     deleted.deletedAt = row.integer(0);
     CallRecord& call = deleted.call;
-    call.rowId = call.logId = row.integer(1);
+    call.rowId = call.logId = row.within(1, 1, greatestNumber, "a row identifier");
     call.address = row.text(2);
     call.date = row.integer(3);
     call.duration = static_cast<std::int32_t>(row.integer(4));
@@ -66,12 +66,14 @@ DeletedPage KeptAside::page(const Cursor& after, std::int64_t limit) {
     Statement& older = connection_.statement("select " QUORVEL_DELETED_COLUMNS
                                              "indexed by deleted_by_moment where moment < ?1 and moment > ?3 "
                                              "order by moment desc, ROWID desc");
+    NewestFirst order(after.date, after.rowId);
     for (Statement* part : {&same, &older}) {
         const ResetLater later(*part);
         part->bind(1, after.date).bind(3, expired_);
         if (part == &same) part->bind(2, after.rowId);
         while (part->step()) {
             if (static_cast<std::int64_t>(page.rows.size()) >= limit) return page;
+            order.expect(*part);
             page.rows.push_back(deletedCallOf(*part));
             page.next = {page.rows.back().deletedAt, page.rows.back().call.rowId, INT64_MAX};
         }
@@ -86,25 +88,23 @@ std::vector<std::int64_t> KeptAside::rowIds() {
         connection_.statement("select ROWID from deleted indexed by deleted_by_moment where moment > ?1");
     const ResetLater later(found);
     found.bind(1, expired_);
-    while (found.step()) rowIds.push_back(found.integer(0));
+    while (found.step()) rowIds.push_back(found.within(0, 1, greatestNumber, "a row identifier"));
     std::sort(rowIds.begin(), rowIds.end());
     return rowIds;
 }
 
 std::optional<KeptCall> KeptAside::find(std::int64_t rowId) {
-    Statement& found = connection_.statement(
-        "select date, duration, flags, id, day, address, name, label from deleted where ROWID = ?1 and moment > ?2");
+    Statement& found = connection_.statement("select " QUORVEL_OWN_COLUMNS
+                                             ", extra, day, name, label from deleted where ROWID = ?1 and moment > ?2");
     const ResetLater later(found);
     if (!found.bind(1, rowId).bind(2, expired_).step()) return std::nullopt;
-    return KeptCall{rowId,
-                    found.integer(0),
-                    found.integer(1),
-                    found.integer(2),
-                    found.integer(3),
-                    found.integer(4),
-                    std::string(found.text(5)),
-                    std::string(found.text(6)),
-                    std::string(found.text(7))};
+    // The table may have been written by others.
+    if (const auto objection = objectionToRow(found))
+        found.failDamaged("the " + *objection + " in the deleted call " + std::to_string(rowId));
+    KeptCall kept{rowId, callOfRow(found), found.within(9, firstDay, lastDay, "a day")};
+    kept.call.name = found.text(10);
+    kept.call.label = found.text(11);
+    return kept;
 }
 
 void KeptAside::putBack(std::int64_t rowId, std::int64_t kind, std::int64_t party, std::string_view day) {

@@ -4,8 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "desktop/quorvel/store/call.h"
-#include "desktop/quorvel/store/database.h"
+#include "desktop/quorvel/store/call_row.h"
 
 namespace quorvel::store {
 
@@ -14,8 +13,9 @@ constexpr std::int64_t expiredAt(std::int64_t now) { return now - keptAsideFor.c
 
 /// A deleted call as it is brought back: what the table `call` does not hold, and what a party needs.
 struct KeptCall {
-    std::int64_t rowId = 0, date = 0, duration = 0, flags = 0, contact = noContact, day = 0;
-    std::string address, name, label;
+    std::int64_t rowId = 0;
+    NewCall call;
+    std::int64_t day = 0;
 };
 
 /// Lives within one transaction on the connection; for whatever writes, a writing one.

@@ -26,8 +26,7 @@ std::string neighbourText(bool ofKind, bool newer, bool sameDate) {
 
 }  // namespace
 
-Ledger::Ledger(Connection& connection)
-    : connection_(connection), callsBefore_(connection.integerOf("select calls from total where filter = 1")) {}
+Ledger::Ledger(Connection& connection) : connection_(connection), callsBefore_(callsOf(connection)) {}
 
 void Ledger::expectMany(std::int64_t changes) {
     if (changes > std::max(fewChanges, callsBefore_ / neighbourCost)) many_ = true;
@@ -121,7 +120,7 @@ void Ledger::settleDays() {
         "last = (select date from call indexed by call_by_date where call.date between day.first and day.last and "
         "call.day = "
         "?1 order by call.date desc limit 1) where day = ?1");
-    const std::int64_t before = connection_.integerOf("select days from state where one = 1");
+    const std::int64_t before = daysOf(connection_);
     std::int64_t days = before;
     Statement& known = connection_.statement("select 1 from day where day = ?1");
     for (const auto& [number, change] : changes_.days) {

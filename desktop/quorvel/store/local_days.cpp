@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::int64_t secondsADay = 86400;
 constexpr std::int64_t changing = INT64_MAX;
-constexpr std::int64_t firstDay = -719528;  // 0000-01-01
-constexpr std::int64_t lastDay = 2932896;   // 9999-12-31
 
 std::int64_t floorDay(std::int64_t seconds) {
     return seconds >= 0 ? seconds / secondsADay : -((-seconds + secondsADay - 1) / secondsADay);
@@ -67,7 +65,8 @@ std::int64_t LocalDays::dayOf(std::int64_t date) {
         const std::int64_t morning = offsetAt(day * secondsADay);
         known->second = morning == offsetAt(day * secondsADay + secondsADay - 1) ? morning : changing;
     }
-    return floorDay(date + (known->second == changing ? offsetAt(date) : known->second));
+    const std::int64_t local = date + (known->second == changing ? offsetAt(date) : known->second);
+    return std::clamp(floorDay(local), firstDay, lastDay);
 }
 
 }  // namespace quorvel::store

@@ -9,6 +9,10 @@
 
 namespace quorvel::store {
 
+/// The days that there are: the years 0 to 9999, since 1970.
+constexpr std::int64_t firstDay = -719528;
+constexpr std::int64_t lastDay = 2932896;
+
 /// "yyyy-MM-dd" of a number of days since 1970, within the years 0 and 9999.
 std::string dayText(std::int64_t day);
 /// Nothing where the text is not a day of that form.

@@ -1,13 +1,17 @@
-// A call that cannot be read is stepped over from both sides, so that only the damaged pages are lost.
+// What can be put right in its place is; otherwise a new log is made of what can be read, page by page.
 #include "desktop/quorvel/store/mend.h"
 
+#include <algorithm>
+#include <charconv>
 #include <functional>
-#include <map>
+#include <vector>
 
 #include "desktop/quorvel/store/care.h"
 #include "desktop/quorvel/store/import_session.h"
+#include "desktop/quorvel/store/impossible_rows.h"
 #include "desktop/quorvel/store/log_files.h"
 #include "desktop/quorvel/store/page_copy.h"
+#include "desktop/quorvel/store/page_salvage.h"
 #include "desktop/quorvel/store/schema.h"
 
 namespace quorvel::store {
@@ -32,120 +36,51 @@ bool withoutDamage(const std::function<void()>& work) {
     }
 }
 
-/// Reads what can be read of a damaged log.
-class Salvage {
-  public:
-    Salvage(const fs::path& log, const OpenOptions& options)
-        : from_(log, Connection::Use::readFileOnly, options.busyBound, options.fileSystem) {
-        bool hasExtra = false;
-        Statement columns(from_.handle(), "select 1 from pragma_table_info('call') where name = 'extra'", log);
-        while (columns.step()) hasExtra = true;
-        const std::string read = std::string("select ROWID, address, date, duration, flags, id, location, ") +
-                                 "face_time_data_size, party, " + (hasExtra ? "extra" : "null") +
-                                 " from call not indexed where ROWID > ?1 and ROWID < ?2 order by ROWID";
-        rising_ = Statement(from_.handle(), read, from_.path());
-        falling_ = Statement(from_.handle(), read + " desc", from_.path());
-        withoutDamage([&] {
-            Statement parties(from_.handle(), "select party, name, label from party not indexed", from_.path());
-            while (parties.step())
-                names_[parties.integer(0)] = {std::string(parties.text(1)), std::string(parties.text(2))};
-        });
-        withoutDamage([&] {
-            Statement given(from_.handle(), "select seq from sqlite_sequence where name = 'call'", from_.path());
-            while (given.step()) newest_ = given.integer(0);
-        });
-    }
+fs::path pagesBeside(const Staging& staging) { return with(staging.file(), "-pages"); }
 
-    /// Shows every call that can be read once.
-    void read(const std::function<void(const NewCall&)>& see) {
-        std::int64_t last = 0;
-        const auto seeRow = [&](Statement& row) { see(callOf(row)); };
-        while (!readRange(rising_, last, INT64_MAX, [&](Statement& row) {
-            last = row.integer(0);
-            seeRow(row);
-        })) {
-            const std::int64_t behind = firstBehind(last);
-            if (behind == INT64_MAX) return;
-            readRange(falling_, last, behind, seeRow);
-            last = behind - 1;
-        }
-    }
+/// Adds the call to the session; false where it breaks the rules.
+bool add(ImportSession& session, const NewCall& call) {
+    const auto added = session.add(call);
+    if (added) return true;
+    if (added.error().kind != ErrorKind::badInput) throw Failure{added.error()};
+    return false;
+}
 
-    /// How many calls the log's own totals say there are; 0 where they cannot be read.
-    std::int64_t expected() {
-        std::int64_t calls = 0;
-        withoutDamage([&] { calls = from_.integerOf("select calls from total where filter = 1"); });
-        return calls;
-    }
-
-  private:
-    bool readRange(Statement& rows, std::int64_t above, std::int64_t below,
-                   const std::function<void(Statement&)>& see) {
-        const ResetLater later(rows);
-        rows.bind(1, above).bind(2, below);
-        return withoutDamage([&] {
-            while (rows.step()) see(rows);
-        });
-    }
-
-    /// The row identifier of a call behind the damage that begins after `last`; INT64_MAX for none.
-    std::int64_t firstBehind(std::int64_t last) {
-        for (std::int64_t step = 1; last + step <= newest_; step *= 2) {
-            std::int64_t found = INT64_MAX;
-            const ResetLater later(rising_);
-            rising_.bind(1, last + step).bind(2, INT64_MAX);
-            if (withoutDamage([&] {
-                    if (rising_.step()) found = rising_.integer(0);
-                }))
-                return found;
-        }
-        return INT64_MAX;
-    }
-
-    NewCall callOf(const Statement& row) const {
-        NewCall call;
-        call.address = row.text(1);
-        call.date = row.integer(2);
-        call.duration = static_cast<std::int32_t>(row.integer(3));
-        call.flags = static_cast<std::int32_t>(row.integer(4));
-        call.contactId = static_cast<std::int32_t>(row.integer(5));
-        call.location = row.text(6);
-        call.faceTimeDataSize = static_cast<std::int32_t>(row.integer(7));
-        call.extra = row.text(9);
-        if (const auto named = names_.find(row.integer(8)); named != names_.end())
-            std::tie(call.name, call.label) = named->second;
-        return call;
-    }
-
-    Connection from_;
-    Statement rising_, falling_;
-    std::map<std::int64_t, std::pair<std::string, std::string>> names_;
-    std::int64_t newest_ = 1 << 30;
-};
+/// Writes those that were deleted as calls that are deleted now: they can be had back for as long as others.
+void addDeleted(CallStore& store, PageSalvage& salvage) {
+    std::vector<std::int64_t> rowIds;
+    auto session = valueOf(store.beginImport());
+    salvage.eachDeleted([&](const NewCall& call) {
+        const auto added = session.add(call);
+        if (added) rowIds.push_back(*added);
+    });
+    valueOf(session.finish());
+    valueOf(store.deleteCalls(rowIds));
+}
 
 Mended saveWhatCanBeRead(const fs::path& log, const OpenOptions& options) {
     Mended mended;
     mended.wasReplaced = true;
     const Staging staging(log);
-    std::int64_t expected = 0, refused = 0;
+    std::int64_t lost = 0;
     {
-        Salvage salvage(log, options);
-        auto store = valueOf(CallStore::open(staging.file()));
+        PageSalvage salvage(log, pagesBeside(staging));
+        OpenOptions ofStaged;
+        ofStaged.clock = options.clock;
+        auto store = valueOf(CallStore::open(staging.file(), ofStaged));
+        addDeleted(store, salvage);
         auto session = valueOf(store.beginImport());
-        salvage.read([&](const NewCall& call) {
-            const auto added = session.add(call);
-            if (added) return;
-            if (added.error().kind != ErrorKind::badInput) throw Failure{added.error()};
-            ++refused;
-        });
+        std::int64_t refused = 0;
+        salvage.eachCall([&](const NewCall& call) { refused += add(session, call) ? 0 : 1; });
         mended.calls = valueOf(session.finish());
-        expected = salvage.expected();
+        refused += salvage.impossible();
+        lost = std::max(refused, salvage.expected().value_or(0) - mended.calls);
     }
     {
         Connection made(staging.file(), Connection::Use::write, options.busyBound, {});
         made.execute("pragma journal_mode = delete");
     }
-    mended.unreadable = std::max(refused, expected - mended.calls);
+    mended.unreadable = lost;
     mended.copy = replaceLog(log, staging.file(), "damaged", momentOf(options));
     return mended;
 }
@@ -166,6 +101,8 @@ std::optional<Mended> makeAnew(const fs::path& log, const fs::path& kept, const 
         copy.execute("pragma journal_mode = delete");
     }
     const bool isSound = withoutDamage([&] {
+        dropForeignParts(connection);
+        mended.unreadable = takeOutImpossible(connection);
         connection.execute("reindex");
         rebuildDerived(connection);
     });
@@ -179,16 +116,64 @@ std::optional<Mended> makeAnew(const fs::path& log, const fs::path& kept, const 
 
 Result<Mended> mend(const fs::path& log, const OpenOptions& options) {
     return guarded([&] {
-        checkHeader(log);
         if (!isThere(log)) {
             throw Failure{{ErrorKind::unreadable, "The call log " + log.string() + " is not there."}};
         }
         const fs::path kept = formerName(log, "before-mending", momentOf(options));
         std::optional<Mended> mended;
-        withoutDamage([&] { mended = makeAnew(log, kept, options); });
+        withoutDamage([&] {
+            checkHeader(log);
+            mended = makeAnew(log, kept, options);
+        });
         if (mended) return *std::move(mended);
         removeDatabase(kept);
         return saveWhatCanBeRead(log, options);
+    });
+}
+
+std::vector<fs::path> logsSetAside(const fs::path& log) {
+    std::vector<std::pair<int, fs::path>> found;
+    const std::string beginning = with(log.filename(), setAsideWord).string();
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(fs::absolute(log).parent_path(), ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (!name.starts_with(beginning)) continue;
+        int number = 0;
+        const auto parsed = std::from_chars(name.data() + beginning.size(), name.data() + name.size(), number);
+        if (parsed.ec == std::errc() && parsed.ptr == name.data() + name.size())
+            found.emplace_back(number, entry.path());
+    }
+    std::sort(found.begin(), found.end());
+    std::vector<fs::path> logs;
+    for (auto& [number, path] : found) logs.push_back(std::move(path));
+    return logs;
+}
+
+Result<BroughtBack> bringBack(const fs::path& setAside, const fs::path& log, const OpenOptions& options) {
+    return guarded([&] {
+        BroughtBack brought;
+        {
+            const Staging staging(log);
+            PageSalvage salvage(setAside, pagesBeside(staging));
+            auto store = valueOf(CallStore::open(log, options));
+            auto session = valueOf(store.beginImport());
+            valueOf(session.beginSource());
+            std::int64_t refused = 0, present = 0;
+            salvage.eachCall([&](const NewCall& call) {
+                if (valueOf(session.claim(call)))
+                    ++present;
+                else
+                    refused += add(session, call) ? 0 : 1;
+            });
+            brought.calls = valueOf(session.finish());
+            brought.present = present;
+            brought.unreadable =
+                std::max(refused + salvage.impossible(), salvage.expected().value_or(0) - brought.calls - present);
+        }
+        brought.copy = formerName(log, "before-mending", momentOf(options));
+        for (const char* suffix : {"-wal", "-shm", ""})
+            if (isThere(with(setAside, suffix))) renameOnDisk(with(setAside, suffix), with(brought.copy, suffix));
+        return brought;
     });
 }
 

@@ -87,9 +87,9 @@ std::vector<QueryRunner::Column> QueryRunner::columnsOf(sqlite3_stmt* statement)
     return columns;
 }
 
-QueryRunner::QueryRunner(const std::filesystem::path& path, std::chrono::milliseconds busyBound,
+QueryRunner::QueryRunner(const std::filesystem::path& path, Connection::Use use, std::chrono::milliseconds busyBound,
                          const std::string& fileSystem)
-    : connection_(path, Connection::Use::readFileOnly, busyBound, fileSystem) {
+    : connection_(path, use, busyBound, fileSystem) {
     connection_.execute("pragma temp_store = memory");
     connection_.execute("pragma query_only = on");
     sqlite3_limit(connection_.handle(), SQLITE_LIMIT_ATTACHED, 0);

@@ -13,8 +13,9 @@ namespace quorvel::store {
 
 class QueryRunner {
   public:
-    /// The file must exist. Throws as opening does.
-    QueryRunner(const std::filesystem::path& path, std::chrono::milliseconds busyBound, const std::string& fileSystem);
+    /// The file must exist; the use is one that cannot write. Throws as opening does.
+    QueryRunner(const std::filesystem::path& path, Connection::Use use, std::chrono::milliseconds busyBound,
+                const std::string& fileSystem);
 
     /// A record a row; nothing where the text is not exactly one reading statement, fails, or runs for too long.
     std::vector<CallRecord> run(std::string_view text);

@@ -127,25 +127,29 @@ Page Reader::daysBelow(std::int64_t day, std::int64_t limit) {
         "select ROWID from call indexed by call_by_date where date = ?1 and day = ?2 order by ROWID desc limit 1");
     const ResetLater later(days);
     days.bind(1, day);
+    NewestFirst order(day, INT64_MIN);
     page.atEnd = true;
     while (days.step()) {
         if (static_cast<std::int64_t>(page.rows.size()) >= limit) {
             page.atEnd = false;
             break;
         }
+        const std::int64_t number = days.within(0, firstDay, lastDay, "a day");
+        order.expect(days);
         CallRecord record;
-        record.day = dayText(days.integer(0));
-        record.dialledCount = days.integer(1);
-        record.receivedCount = days.integer(2);
-        record.missedCount = days.integer(3);
-        record.dialledDuration = days.integer(4);
-        record.receivedDuration = days.integer(5);
+        record.day = dayText(number);
+        record.dialledCount = days.count(1);
+        record.receivedCount = days.count(2);
+        record.missedCount = days.count(3);
+        record.dialledDuration = days.seconds(4);
+        record.receivedDuration = days.seconds(5);
         record.count = record.dialledCount + record.receivedCount + record.missedCount;
         record.date = days.integer(6);
         const ResetLater newestLater(newest);
-        if (newest.bind(1, record.date).bind(2, days.integer(0)).step()) record.rowId = newest.integer(0);
+        if (newest.bind(1, record.date).bind(2, number).step())
+            record.rowId = newest.within(0, 1, greatestNumber, "a row identifier");
         record.logId = record.rowId;
-        page.next = {record.date, record.rowId, days.integer(0)};
+        page.next = {record.date, record.rowId, number};
         page.rows.push_back(std::move(record));
     }
     return page;
@@ -168,7 +172,7 @@ Cursor Reader::cursorAt(Filter filter, Mode mode, std::int64_t offset) {
             connection_.statement("select day, last from day where day > ?1 order by day desc limit 1 offset ?2");
         const ResetLater later(days);
         if (!days.bind(1, INT64_MIN).bind(2, offset).step()) return bottom;
-        return {days.integer(1), INT64_MAX, days.integer(0) + 1};
+        return {days.integer(1), INT64_MAX, days.within(0, firstDay, lastDay, "a day") + 1};
     }
     // The prefix sums lead to the span of the row; the fold within it to the row.
     Statement& spans = connection_.statement(
@@ -177,15 +181,16 @@ Cursor Reader::cursorAt(Filter filter, Mode mode, std::int64_t offset) {
     const ResetLater later(spans);
     spans.bind(1, INT64_MIN);
     const auto list = static_cast<int>(filter);
+    NewestFirst order;
     while (spans.step()) {
+        order.expect(spans);
         std::int64_t inSpan = 0;
         if (rows == RowKind::run) {
-            inSpan = spans.integer(3 + list);
+            inSpan = spans.count(3 + list);
         } else {
-            inSpan = filter == Filter::all ? spans.integer(1) + spans.integer(2) + spans.integer(3)
-                                           : spans.integer(list - 1);
+            inSpan = filter == Filter::all ? spans.count(1) + spans.count(2) + spans.count(3) : spans.count(list - 1);
         }
-        if (offset < inSpan) return cursorInSpan(filter, rows == RowKind::run, spans.integer(0), offset);
+        if (offset < inSpan) return cursorInSpan(filter, rows == RowKind::run, spanAt(spans, 0), offset);
         offset -= inSpan;
     }
     return bottom;
@@ -237,17 +242,17 @@ Totals Reader::totals(Filter filter, Mode mode) {
     const ResetLater later(kept);
     Totals totals;
     if (!kept.bind(1, static_cast<std::int64_t>(filter)).step()) return totals;
-    totals.calls = kept.integer(0);
-    totals.duration = kept.integer(1);
+    totals.calls = kept.count(0);
+    totals.duration = kept.seconds(1);
     switch (rowKindOf(filter, mode)) {
         case RowKind::call:
             totals.rows = totals.calls;
             break;
         case RowKind::run:
-            totals.rows = kept.integer(2);
+            totals.rows = kept.count(2);
             break;
         case RowKind::day:
-            totals.rows = connection_.integerOf("select days from state where one = 1");
+            totals.rows = daysOf(connection_);
             break;
     }
     return totals;
@@ -261,8 +266,8 @@ Totals Reader::dayTotals(Filter filter, std::int64_t day) {
     if (!kept.bind(1, day).step()) return totals;
     for (const int kind : {0, 1, 2}) {
         if (filter != Filter::all && static_cast<int>(filter) != kind + 2) continue;
-        totals.calls += kept.integer(kind);
-        if (kind < 2) totals.duration += kept.integer(3 + kind);
+        totals.calls += kept.count(kind);
+        if (kind < 2) totals.duration += kept.seconds(3 + kind);
     }
     totals.rows = totals.calls;
     return totals;

@@ -117,6 +117,7 @@ Statement& walkStatement(Connection& connection, const Stretch& stretch, int par
 
 template <class Wanted, class See>
 bool walkWanted(Connection& connection, const Stretch& stretch, Wanted&& isWanted, See&& see) {
+    NewestFirst order(stretch.below.date, stretch.below.rowId);
     // Comparing (date, ROWID) as a pair would use the date only, so the walk has two parts.
     for (const int part : {0, 1}) {
         if (part == 0 && stretch.below.rowId == INT64_MIN) continue;
@@ -124,6 +125,7 @@ bool walkWanted(Connection& connection, const Stretch& stretch, Wanted&& isWante
         Statement& calls = walkStatement(connection, stretch, part);
         const ResetLater later(calls);
         while (calls.step()) {
+            order.expect(calls);
             if (!isWanted(calls.integer(partyColumn))) continue;
             const CallRow row = callRowOf(calls);
             if (stretch.day && row.day != *stretch.day) continue;

@@ -45,7 +45,9 @@ void walkParty(Connection& connection, const char* text, std::int64_t party, con
     Statement& calls = connection.statement(text);
     const ResetLater later(calls);
     calls.bind(1, party).bind(2, stretch.below.date).bind(3, stretch.since);
+    NewestFirst order(stretch.below.date, INT64_MAX);
     while (calls.step()) {
+        order.expect(calls);
         const CallRow row = callRowOf(calls);
         if (row.date == stretch.below.date && row.rowId >= stretch.below.rowId) continue;
         if (stretch.filter != Filter::all && row.kind != static_cast<std::int64_t>(stretch.filter)) continue;
@@ -54,20 +56,28 @@ void walkParty(Connection& connection, const char* text, std::int64_t party, con
     }
 }
 
-/// Whether a party is one of those; they rise.
+/// Whether a party is one of those; they rise. Most are found by a bit, those of numbers as only odd files have by
+/// halving.
 class OneOf {
   public:
-    explicit OneOf(const std::vector<std::int64_t>& parties)
-        : wanted_(parties.empty() ? 0 : static_cast<std::size_t>(parties.back()) + 1) {
-        for (const std::int64_t party : parties) wanted_[static_cast<std::size_t>(party)] = true;
+    explicit OneOf(const std::vector<std::int64_t>& parties) : parties_(parties) {
+        const auto large = std::lower_bound(parties.begin(), parties.end(), mostBits);
+        if (large != parties.begin()) wanted_.resize(static_cast<std::size_t>(*(large - 1)) + 1);
+        for (auto party = parties.begin(); party != large; ++party) wanted_[static_cast<std::size_t>(*party)] = true;
     }
     bool operator()(std::int64_t party) const {
-        return static_cast<std::size_t>(party) < wanted_.size() && wanted_[static_cast<std::size_t>(party)];
+        if (static_cast<std::uint64_t>(party) < wanted_.size()) return wanted_[static_cast<std::size_t>(party)];
+        return party >= mostBits && std::binary_search(parties_.begin(), parties_.end(), party);
     }
 
   private:
+    static constexpr std::int64_t mostBits = std::int64_t{1} << 26U;
+    const std::vector<std::int64_t>& parties_;
     std::vector<bool> wanted_;
 };
+
+/// Rows that a page has room for before the first is read.
+constexpr std::int64_t roomAtFirst = 1000;
 
 }  // namespace
 
@@ -182,6 +192,9 @@ Page Reader::gather(const std::vector<std::int64_t>& parties, const Stretch& str
         std::pop_heap(heads.begin(), heads.end(), isOlder);
         const CallRow newest = heads.back();
         heads.pop_back();
+        const bool isOlderThanLast =
+            newest.date < page.next.date || (newest.date == page.next.date && newest.rowId < page.next.rowId);
+        if (!isOlderThanLast) throw failureOf(SQLITE_CORRUPT, "its calls are out of order", connection_.path());
         appendRow(page, newest.rowId);
         page.next = {newest.date, newest.rowId, newest.day};
         if (const auto head = nextOf(newest.party, page.next)) {
@@ -222,14 +235,15 @@ Page Reader::search(Filter filter, std::string_view text, std::optional<std::int
 Page Reader::pageOf(const FoundParties& found, const Scope& scope, std::int64_t limit) {
     Page page;
     page.next = scope.stretch.below;
-    page.rows.reserve(static_cast<std::size_t>(std::min(limit, found.calls)));
+    page.rows.reserve(static_cast<std::size_t>(std::min({limit, found.calls, roomAtFirst})));
     const SeeRow toPage = pageOf(page, limit);
     if (limit >= found.calls) {
         page.atEnd = !eachRow(found, scope, false, toPage);
         return page;
     }
     const std::int64_t all = totals(Filter::all, {}).calls;
-    const std::int64_t walked = std::min(scope.calls, product(limit, all / found.calls + 1));
+    const std::int64_t share = all / std::max<std::int64_t>(found.calls, 1);
+    const std::int64_t walked = std::min(scope.calls, product(limit, share + 1));
     const auto parties = static_cast<std::int64_t>(found.parties.size());
     if (product(parties, costOfParty) + product(limit, costOfMerged) < walked)
         return gather(found.parties, scope.stretch, limit);
@@ -254,27 +268,34 @@ std::int64_t Reader::eachFound(Filter filter, std::string_view text, std::option
 
 std::vector<NamedAddress> Reader::addresses() {
     Statement& parties =
-        connection_.statement("select address, contact, name, label from party where calls > 0 order by party");
+        connection_.statement("select address, contact, name, label, party from party where calls > 0 order by party");
     const ResetLater later(parties);
     std::vector<NamedAddress> all;
-    while (parties.step())
+    Rising order;
+    while (parties.step()) {
+        order.expect(parties, 4);
         all.push_back({std::string(parties.text(0)), static_cast<std::int32_t>(parties.integer(1)),
                        std::string(parties.text(2)), std::string(parties.text(3))});
+    }
     return all;
 }
 
 FoundParties Reader::partiesWithCalls(const Correspondent& with) {
     FoundParties all;
     const auto take = [&](const Statement& found) {
-        all.parties.push_back(found.integer(0));
-        all.calls += found.integer(1);
+        all.parties.push_back(found.within(0, 1, greatestNumber, "a party"));
+        all.calls += found.count(1);
     };
     if (with.contactId != noContact) {
         Statement& found =
             connection_.statement("select party, calls from party indexed by party_by_contact where contact = ?1");
         const ResetLater later(found);
         found.bind(1, with.contactId);
-        while (found.step()) take(found);
+        Rising order;
+        while (found.step()) {
+            order.expect(found, 0);
+            take(found);
+        }
     }
     Statement& found = connection_.statement(
         "select party, calls from party indexed by party_by_address where address = ?1 and contact = -1");
@@ -301,7 +322,7 @@ std::vector<CallRecord> Reader::history(Filter filter, const Correspondent& with
 Page Reader::historyPage(Filter filter, const Correspondent& with, const Cursor& after, std::int64_t limit) {
     const FoundParties found = partiesWithCalls(with);
     if (found.parties.empty()) return {{}, after, true};
-    return pageOf(found, *scopeOf(filter, {}, after), limit);
+    return pageOf(found, *scopeOf(filter, {}, after), std::max<std::int64_t>(limit, 0));
 }
 
 std::int64_t Reader::eachOfHistory(Filter filter, const Correspondent& with, const SeeCall& see) {

@@ -5,12 +5,16 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
+#include <cctype>
+#include <cstring>
 #include <span>
 #include <thread>
 
 namespace quorvel::store {
 namespace {
+
+/// As many versions as there may ever be: what lies beyond is no version but damage.
+constexpr std::int64_t laterVersions = 1000;
 
 /// "Quor" in the header of the file.
 constexpr std::int64_t applicationId = 0x51756f72;
@@ -125,9 +129,15 @@ std::int64_t versionOf(Connection& connection) {
     const std::int64_t objects = connection.integerOf("select count(*) from sqlite_schema");
     if (application == 0 && version == 0 && objects == 0) return 0;
     if (application != applicationId) {
+        constexpr std::int64_t ownTables = 5;
+        if (connection.integerOf("select count(*) from sqlite_schema where type = 'table' and name in "
+                                 "('call', 'party', 'span', 'total', 'state')") == ownTables)
+            throw failureOf(SQLITE_CORRUPT, "its header does not say that it is a call log", connection.path());
         throw Failure{{ErrorKind::foreign,
                        where + " is a database of another program. Choose another file; it was left as it is."}};
     }
+    if (version < 0 || version > schemaVersion + laterVersions)
+        throw failureOf(SQLITE_CORRUPT, "its header says an impossible version", connection.path());
     if (version > schemaVersion) {
         throw Failure{{ErrorKind::newer, where + " was written by a later version of this program (format " +
                                              std::to_string(version) + ", this one reads " +
@@ -143,39 +153,54 @@ std::int64_t versionAtOnce(Connection& connection) {
     return versionOf(connection);
 }
 
-/// That every table and index is there: each statement names its index, so preparing it is the check.
-void checkTables(Connection& connection) {
-    static constexpr std::array texts = {
-        "select date, ROWID, kind, duration, flags, party, id, day, location, address, datetime, face_time_data_size "
-        "from call "
-        "indexed by call_by_date where date = 0",
-        "select ROWID from call indexed by call_by_kind where kind = 0",
-        "select ROWID from call indexed by call_by_party where party = 0",
-        "select ROWID from call indexed by call_by_contact where id = 0",
-        "select ROWID from call indexed by call_by_address where address = ''",
-        "select name, label, calls from party indexed by party_by_address where address = ''",
-        "select party from party indexed by party_by_contact where contact = 0",
-        "select dialled, received, missed, dialled_duration, received_duration, first, last from day where day = 0",
-        "select dialled, received, missed, all_runs, dialled_runs, received_runs, missed_runs from span where span = 0",
-        "select calls, duration, runs from total where filter = 1",
-        "select revision, party_revision, last_row, days, touched from state where one = 1",
-        "select address, date, duration, flags, face_time_data_size, location, id, day, name, label from deleted "
-        "indexed by deleted_by_moment where moment = 0",
-        "select call.extra, deleted.extra from call, deleted",
-    };
-    const std::int64_t version = versionOf(connection);
-    const std::size_t missing = version < versionThatKeepsAside ? 2 : version < versionWithExtra ? 1 : 0;
-    for (const char* text : std::span(texts).first(texts.size() - missing)) {
-        try {
-            Statement(connection.handle(), text, connection.path());
-        } catch (const Failure& failure) {
-            if (failure.error.kind != ErrorKind::failed) throw;
-            throw Failure{errorOf(SQLITE_CORRUPT, sqlite3_errmsg(connection.handle()), connection.path())};
+/// Small letters without blanks: how a definition is laid out does not matter.
+std::string normalised(std::string_view text) {
+    std::string plain;
+    for (const char letter : text)
+        if (std::strchr(" \t\r\n", letter) == nullptr) plain += static_cast<char>(std::tolower(letter));
+    return plain;
+}
+
+std::vector<SchemaPart> partsOf(Connection& connection) {
+    std::vector<SchemaPart> parts;
+    Statement found(connection.handle(), "select type, name, tbl_name, sql from sqlite_schema", connection.path());
+    while (found.step()) {
+        if (found.isNull(3)) continue;
+        parts.push_back({std::string(found.text(0)), std::string(found.text(1)), std::string(found.text(2)),
+                         normalised(found.text(3))});
+    }
+    return parts;
+}
+
+/// What a log of the version consists of.
+const std::vector<SchemaPart>& ownParts(std::int64_t version) {
+    static const auto all = [] {
+        std::array<std::vector<SchemaPart>, schemaVersion> made;
+        Connection memory(":memory:", Connection::Use::write, {}, {});
+        for (std::size_t step = 0; step < steps.size(); ++step) {
+            memory.execute(steps[step]);
+            made[step] = partsOf(memory);
         }
+        return made;
+    }();
+    return all[static_cast<std::size_t>(version) - 1];
+}
+
+bool isAmong(const std::vector<SchemaPart>& parts, const SchemaPart& part) {
+    return std::find(parts.begin(), parts.end(), part) != parts.end();
+}
+
+/// That every table and index is there, and is defined as this program defines it: what a statement does depends on it.
+void checkTables(Connection& connection) {
+    const std::vector<SchemaPart> parts = partsOf(connection);
+    for (const SchemaPart& own : ownParts(versionOf(connection))) {
+        if (isAmong(parts, own)) continue;
+        throw failureOf(SQLITE_CORRUPT, "its " + own.type + " \"" + own.name + "\" is missing or another one",
+                        connection.path());
     }
     if (connection.integerOf("select count(*) from total where filter between 1 and 4") != 4 ||
         connection.integerOf("select count(*) from state where one = 1") != 1) {
-        throw Failure{errorOf(SQLITE_CORRUPT, "its totals are missing", connection.path())};
+        throw failureOf(SQLITE_CORRUPT, "its totals are missing", connection.path());
     }
 }
 
@@ -193,29 +218,8 @@ void switchToWriteAheadLog(Connection& connection, std::chrono::milliseconds bus
     }
 }
 
-}  // namespace
-
-void checkHeader(const std::filesystem::path& path) {
-    std::error_code ignored;
-    const auto status = std::filesystem::status(path, ignored);
-    if (!std::filesystem::exists(status)) return;
-    if (!std::filesystem::is_regular_file(status)) {
-        throw Failure{
-            {ErrorKind::unreadable, "The call log " + path.string() + " is not a file. Choose another name for it."}};
-    }
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw Failure{errorOf(SQLITE_CANTOPEN, "it cannot be opened", path)};
-    std::array<char, 16> head{};
-    file.read(head.data(), head.size());
-    if (file.gcount() == 0) return;
-    if (std::string_view(head.data(), static_cast<std::size_t>(file.gcount())) !=
-        std::string_view("SQLite format 3\0", 16)) {
-        throw Failure{{ErrorKind::foreign,
-                       "The file " + path.string() + " is not a call log. Choose another file; it was left as it is."}};
-    }
-}
-
-void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) {
+/// Makes the tables or brings them up, where the connection can write, and looks at them.
+void prepareReadableSchema(Connection& connection, std::chrono::milliseconds busyBound) {
     if (connection.isReadOnly()) {
         if (versionAtOnce(connection) == 0) {
             throw Failure{
@@ -234,11 +238,37 @@ void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) 
     checkTables(connection);
 }
 
+}  // namespace
+
+std::vector<SchemaPart> foreignParts(Connection& connection) {
+    std::vector<SchemaPart> foreign;
+    const std::vector<SchemaPart>& own = ownParts(versionOf(connection));
+    for (const SchemaPart& part : partsOf(connection)) {
+        const bool isOnOwn = std::any_of(own.begin(), own.end(), [&](const SchemaPart& each) {
+            return each.type == "table" && normalised(each.name) == normalised(part.table);
+        });
+        if (part.type != "table" && isOnOwn && !isAmong(own, part)) foreign.push_back(part);
+    }
+    return foreign;
+}
+
+void prepareSchema(Connection& connection, std::chrono::milliseconds busyBound) {
+    try {
+        prepareReadableSchema(connection, busyBound);
+    } catch (const Failure& failure) {
+        // The texts are right, so it is the file that makes them fail.
+        if ((failure.code & 0xff) != SQLITE_ERROR) throw;
+        throw failureOf(SQLITE_CORRUPT, sqlite3_errmsg(connection.handle()), connection.path());
+    }
+}
+
 void configure(Connection& connection, Connection::Use use) {
     connection.execute("pragma temp_store = memory");
+    connection.execute("pragma cell_size_check = on");
     if (use == Connection::Use::write) {
-        // What the user was told of is on disk.
+        // What the user was told of is on disk, and what was deleted is not: it must not come back from a damaged file.
         connection.execute("pragma synchronous = full");
+        connection.execute("pragma secure_delete = on");
         connection.execute("pragma journal_size_limit = 16777216");
     } else {
         connection.execute("pragma query_only = on");

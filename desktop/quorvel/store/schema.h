@@ -2,6 +2,8 @@
 #pragma once
 
 #include <chrono>
+#include <string>
+#include <vector>
 
 #include "desktop/quorvel/store/database.h"
 
@@ -13,7 +15,17 @@ constexpr int versionThatKeepsAside = 2;
 /// Files of an earlier version have no column `extra` in `call` and `deleted`; they get it in the same way.
 constexpr int versionWithExtra = 3;
 
-/// Throws foreign where the file exists and does not begin as a database does. A missing or empty file passes.
+/// A table, an index or a trigger, its definition in small letters without blanks.
+struct SchemaPart {
+    std::string type, name, table, text;
+    friend bool operator==(const SchemaPart&, const SchemaPart&) = default;
+};
+
+/// The indices and triggers on the log's tables that are not its own.
+std::vector<SchemaPart> foreignParts(Connection& connection);
+
+/// Throws foreign where the file exists and does not begin as a database does, damaged where its beginning is one of a
+/// log with wrong bytes in it. A missing file passes, and an empty one that nothing was written for.
 void checkHeader(const std::filesystem::path& path);
 
 /// Makes the tables in an empty file, and what an earlier version lacks, each in one transaction; throws foreign, newer

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+#include "desktop/quorvel/store/call_row.h"
+
 namespace quorvel::store {
 
 std::string foldCase(std::string_view text) {
@@ -63,8 +65,10 @@ void SearchIndex::update(Connection& connection, std::int64_t revision) {
         connection.statement("select party, address, name, calls from party where party > ?1 order by party");
     const ResetLater later(parties);
     parties.bind(1, entries_.empty() ? INT64_MIN : entries_.back().party);
+    Rising order;
     while (parties.step()) {
-        entries_.push_back({parties.integer(0), parties.integer(3), block_.size()});
+        order.expect(parties, 0);
+        entries_.push_back({parties.within(0, 1, greatestNumber, "a party"), parties.count(3), block_.size()});
         block_.append(1, '\0').append(foldCase(parties.text(2)));
         block_.append(1, '\0').append(foldCase(parties.text(1)));
     }

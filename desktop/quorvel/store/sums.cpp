@@ -38,13 +38,26 @@ void SumMaker::see(const CallRow& call) {
     }
 }
 
+std::int64_t callsOf(Connection& connection) {
+    Statement& kept = connection.statement("select calls from total where filter = 1");
+    const ResetLater later(kept);
+    return kept.step() ? kept.count(0) : 0;
+}
+
+std::int64_t daysOf(Connection& connection) {
+    Statement& kept = connection.statement("select days from state where one = 1");
+    const ResetLater later(kept);
+    return kept.step() ? kept.count(0) : 0;
+}
+
 Sums readSums(Connection& connection) {
     Sums sums;
     Statement& totals =
         connection.statement("select filter, calls, duration, runs from total where filter between 1 and 4");
     const ResetLater totalsLater(totals);
     while (totals.step()) {
-        sums.filters[indexOf(totals.integer(0))] = {totals.integer(1), totals.integer(2), totals.integer(3)};
+        sums.filters[indexOf(totals.within(0, 1, 4, "a list"))] = {totals.integer(1), totals.integer(2),
+                                                                   totals.integer(3)};
     }
     Statement& days = connection.statement(
         "select day, dialled, received, missed, dialled_duration, received_duration, first, last from day order by "
@@ -95,7 +108,11 @@ Sums makeSums(Connection& connection) {
     Statement& calls = connection.statement("select " QUORVEL_CALL_COLUMNS
                                             " from call indexed by call_by_date order by date desc, ROWID desc");
     const ResetLater later(calls);
-    while (calls.step()) maker.see(callRowOf(calls));
+    NewestFirst order;
+    while (calls.step()) {
+        order.expect(calls);
+        maker.see(callRowOf(calls));
+    }
     return maker.take();
 }
 

@@ -55,6 +55,9 @@ class SumMaker {
     std::array<std::optional<CallRow>, 4> newer_;
 };
 
+/// The numbers of calls and of days, as they are kept in the file.
+std::int64_t callsOf(Connection& connection);
+std::int64_t daysOf(Connection& connection);
 /// The sums as they are kept in the file.
 Sums readSums(Connection& connection);
 /// Puts these sums in the place of those that are kept; parties keep their calls.
