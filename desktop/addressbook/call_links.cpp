@@ -13,6 +13,17 @@ namespace {
 using quorvel::store::CallStore;
 using quorvel::store::NamedAddress;
 
+/// What the log keeps of a name, in bytes: it shows a line of it, and takes no text without bounds.
+constexpr std::size_t longestName = 10'000;
+
+std::string keptOf(std::string name) {
+    if (name.size() <= longestName) return name;
+    std::size_t end = longestName;
+    while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
+    name.resize(end);
+    return name;
+}
+
 /// What the calls of an address are to say, if they do not.
 void noteLink(std::vector<NamedAddress>& links, const NamedAddress& known, const std::optional<Caller>& caller) {
     const bool wasContact = known.contactId > 0 && known.contactId <= Book::shared().newestRecord();
@@ -38,7 +49,7 @@ std::optional<Caller> callerOf(const std::string& address) {
     const auto& values = contact->list(match->property);
     const auto index = static_cast<std::size_t>(match->index);
     const std::string label = index < values.size() ? values[index].label : std::string();
-    return Caller{match->record, compositeName(*contact), label::inLog(label)};
+    return Caller{match->record, keptOf(compositeName(*contact)), keptOf(label::inLog(label))};
 }
 
 std::optional<std::string> linkCalls(CallStore& calls) {

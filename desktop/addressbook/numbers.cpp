@@ -19,6 +19,11 @@ using i18n::phonenumbers::PhoneNumberUtil;
 
 constexpr std::size_t mostRemembered = 100000;
 constexpr std::size_t fewestDigitsInCommon = 7;
+/// In bytes, with marks, an extension and what is dialled later. The library's patterns take time that grows with the
+/// square of the length, so that nothing longer gets there.
+constexpr std::size_t longestNumber = 250;
+/// Beyond this no text is remembered: what is remembered is bounded by the number of texts.
+constexpr std::size_t longestRemembered = 1000;
 
 /// Results by text, for one region. Cleared when full: what is still in use comes back soon.
 template <class Value>
@@ -41,6 +46,7 @@ Remembered& remembered() {
 template <class Value, class Work>
 Value once(Memory<Value> Remembered::*memory, const std::string& text, const Work& work) {
     Remembered& all = remembered();
+    if (text.size() > longestRemembered) return work(text, homeRegion());
     std::string region;
     {
         const std::lock_guard lock(all.mutex);
@@ -58,13 +64,20 @@ Value once(Memory<Value> Remembered::*memory, const std::string& text, const Wor
 
 const PhoneNumberUtil& rules() { return *PhoneNumberUtil::GetInstance(); }
 
-std::string format(const std::string& number, const std::string& region) {
+/// The one way into the library for a text. Nothing for what is no number, or longer than one can be.
+std::optional<PhoneNumber> parsedNumber(const std::string& text, const std::string& region) {
+    if (text.size() > longestNumber) return std::nullopt;
     PhoneNumber parsed;
-    if (rules().Parse(number, region, &parsed) != PhoneNumberUtil::NO_PARSING_ERROR) return number;
-    if (!rules().IsValidNumber(parsed)) return number;
-    const bool isHome = parsed.country_code() == rules().GetCountryCodeForRegion(region);
+    if (rules().Parse(text, region, &parsed) != PhoneNumberUtil::NO_PARSING_ERROR) return std::nullopt;
+    return parsed;
+}
+
+std::string format(const std::string& number, const std::string& region) {
+    const auto parsed = parsedNumber(number, region);
+    if (!parsed || !rules().IsValidNumber(*parsed)) return number;
+    const bool isHome = parsed->country_code() == rules().GetCountryCodeForRegion(region);
     std::string text;
-    rules().Format(parsed, isHome ? PhoneNumberUtil::NATIONAL : PhoneNumberUtil::INTERNATIONAL, &text);
+    rules().Format(*parsed, isHome ? PhoneNumberUtil::NATIONAL : PhoneNumberUtil::INTERNATIONAL, &text);
     return text;
 }
 
@@ -119,12 +132,11 @@ AddressKey makeKey(const std::string& address, const std::string& region) {
         return key;
     }
     const std::string number = withoutLaterDigits(address);
-    PhoneNumber parsed;
-    const bool isParsed = rules().Parse(number, region, &parsed) == PhoneNumberUtil::NO_PARSING_ERROR;
+    const auto parsed = parsedNumber(number, region);
     const bool namesCountry = number.find('+') != std::string::npos;
-    if (!isParsed || (!rules().IsValidNumber(parsed) && !namesCountry)) return keyOfPartial(number);
-    rules().Format(parsed, PhoneNumberUtil::E164, &key.text);
-    key.extension = parsed.extension();
+    if (!parsed || (!rules().IsValidNumber(*parsed) && !namesCountry)) return keyOfPartial(number);
+    rules().Format(*parsed, PhoneNumberUtil::E164, &key.text);
+    key.extension = parsed->extension();
     key.isWhole = true;
     return key;
 }
@@ -173,9 +185,8 @@ bool isEmailAddress(std::string_view text) {
 
 std::string placeOf(const std::string& number, const std::string& language) {
     return once(&Remembered::places, language + '\n' + number, [&](const std::string&, const std::string& region) {
-        PhoneNumber parsed;
-        const bool isParsed = rules().Parse(number, region, &parsed) == PhoneNumberUtil::NO_PARSING_ERROR;
-        return isParsed ? placeOfParsed(parsed, language) : std::string();
+        const auto parsed = parsedNumber(number, region);
+        return parsed ? placeOfParsed(*parsed, language) : std::string();
     });
 }
 

@@ -18,8 +18,8 @@ std::uint64_t homeRevision();
 std::string regionOf(const std::string& locale);
 
 /// The number in the usual form of its country: national at home, international from elsewhere. What is not a valid
-/// number (a short code, an e-mail address, nothing at all) comes back as it is. Each distinct number is worked out
-/// once. Any thread.
+/// number (a short code, an e-mail address, nothing at all, more than 250 bytes) comes back as it is. Each distinct
+/// number is worked out once. Any thread.
 std::string formattedNumber(const std::string& number);
 
 /// Whether the text is an e-mail address: one "@", something before it, and a domain with a dot behind it.
@@ -29,7 +29,8 @@ bool isEmailAddress(std::string_view text);
 /// no place. Coarse, and nothing about where the caller is. Each distinct number is worked out once. Any thread.
 std::string placeOf(const std::string& number, const std::string& language);
 
-/// How often a form, a key or a place had to be worked out, because it was not remembered.
+/// How often a form, a key or a place had to be worked out, because it was not remembered. Texts that are far too long
+/// for a number do not count: nothing is worked out for them.
 std::size_t numbersWorkedOut();
 
 /// An address in the form in which addresses are compared.

@@ -50,12 +50,6 @@ double baselineOf(const TextLayout& layout, const TextStyle& style, double heigh
     return blockTop(block, height, style.vertical) + above + layout.metrics.ascender;
 }
 
-std::size_t characterStart(std::string_view text, std::size_t offset) {
-    std::size_t start = std::min(offset, text.size());
-    while (start > 0 && start < text.size() && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) --start;
-    return start;
-}
-
 }  // namespace
 
 FontMetrics Font::metrics() const { return TextEngine::current().metrics(*this); }
@@ -105,14 +99,16 @@ void drawText(Canvas& canvas, std::string_view text, const Rect& rect, const Tex
 }
 
 double caretPosition(std::string_view text, const Font& font, std::size_t offset) {
-    const LayoutHandle line = TextEngine::current().plainLine(text, font);
+    const LayoutHandle line = TextEngine::current().editedLine(text, font);
+    const std::size_t shown = std::string_view(pango_layout_get_text(line.get())).size();
+    const std::size_t at = std::min(characterStart(text, std::min(offset, text.size())), shown);
     PangoRectangle strong;
-    pango_layout_get_cursor_pos(line.get(), static_cast<int>(characterStart(text, offset)), &strong, nullptr);
+    pango_layout_get_cursor_pos(line.get(), static_cast<int>(at), &strong, nullptr);
     return strong.x / unit;
 }
 
 std::size_t offsetAt(std::string_view text, const Font& font, double x) {
-    const LayoutHandle line = TextEngine::current().plainLine(text, font);
+    const LayoutHandle line = TextEngine::current().editedLine(text, font);
     int index = 0;
     int trailing = 0;
     pango_layout_xy_to_index(line.get(), static_cast<int>(std::clamp(x, 0.0, unboundedWidth) * unit), 0, &index,

@@ -58,7 +58,7 @@ inline constexpr double unboundedWidth = 1e6;
 
 /// The size of the text within `width` points, in whole half points, rounded up; the height is the number of lines
 /// times the font's line height. An empty text is one line high and has no width. Bytes that are not UTF-8 count as
-/// U+FFFD.
+/// U+FFFD. Of more than 4,096 bytes in one line, or 16,384 in several, a part with an ellipsis is measured and drawn.
 Size measureText(std::string_view text, const TextStyle& style, double width = unboundedWidth);
 
 /// Whether something of the text is left out at this width.
@@ -73,7 +73,7 @@ void drawText(Canvas& canvas, std::string_view text, const Rect& rect, const Tex
 double firstBaseline(std::string_view text, const TextStyle& style, Size size);
 
 /// Where a caret stands before the byte `offset` of a single line, in points from the line's left edge. An offset
-/// inside a character stands for its beginning.
+/// inside a character stands for its beginning, one behind the first 4,096 bytes for the end of those.
 double caretPosition(std::string_view text, const Font& font, std::size_t offset);
 /// The offset in bytes of the character boundary that is nearest to `x` in a single line.
 std::size_t offsetAt(std::string_view text, const Font& font, double x);

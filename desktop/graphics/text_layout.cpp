@@ -63,6 +63,44 @@ std::string validText(std::string_view text) {
     return result;
 }
 
+/// More than a line can show; what a field that is edited can reach.
+constexpr std::size_t longestLine = 4096;
+/// More than anybody reads; some five hundred lines.
+constexpr std::size_t longestText = 16384;
+/// A word without an end is broken here, because Pango measures all of it again for every line that it fills.
+constexpr std::size_t longestWord = 512;
+constexpr std::string_view dots = "\u2026";
+
+/// The part of a text that can be shown, with an ellipsis for what was left out.
+std::string shownPart(std::string_view text, LineBreak lineBreak, std::size_t most) {
+    if (text.size() <= most) return std::string(text);
+    const std::size_t behind = lineBreak == LineBreak::TruncateHead     ? most
+                               : lineBreak == LineBreak::TruncateMiddle ? most / 2
+                                                                        : 0;
+    std::string part(text.substr(0, characterStart(text, most - behind)));
+    part += dots;
+    if (behind > 0) part += text.substr(characterStart(text, text.size() - behind));
+    return part;
+}
+
+/// The text with a place to break in every word that is too long.
+std::string withBreaks(const std::string& text) {
+    constexpr std::string_view breaking = "\u200B";
+    std::string broken;
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == ' ' || text[at] == '\n') begin = at + 1;
+        if (at - begin < longestWord || (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) {
+            broken += text[at];
+            continue;
+        }
+        broken += breaking;
+        broken += text[at];
+        begin = at;
+    }
+    return broken;
+}
+
 std::string onOneLine(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
@@ -72,6 +110,10 @@ std::string onOneLine(std::string text) {
 bool truncates(LineBreak lineBreak) {
     return lineBreak == LineBreak::TruncateHead || lineBreak == LineBreak::TruncateMiddle ||
            lineBreak == LineBreak::TruncateTail;
+}
+
+bool isSingleLine(int lines, LineBreak lineBreak) {
+    return lines == 1 && (truncates(lineBreak) || lineBreak == LineBreak::Clip);
 }
 
 PangoEllipsizeMode ellipsis(LineBreak lineBreak) {
@@ -129,6 +171,12 @@ void sayThatFontsAreMissing() {
 
 }  // namespace
 
+std::size_t characterStart(std::string_view text, std::size_t at) {
+    for (int back = 0; back < 3 && at > 0 && at < text.size(); ++back, --at)
+        if ((static_cast<unsigned char>(text[at]) & 0xC0) != 0x80) break;
+    return at;
+}
+
 double TextLayout::width() const {
     double widest = 0;
     for (const Line& line : lines) widest = std::max(widest, line.width);
@@ -165,7 +213,9 @@ std::size_t TextEngine::KeyHash::operator()(const Key* key) const {
 
 const TextLayout& TextEngine::layout(std::string_view text, const TextStyle& style, double width) {
     const double bounded = std::clamp(width, 0.0, unboundedWidth);
-    Key key{std::string(text), style.font, style.lineBreak, std::max(0, style.lines), int(std::lround(bounded * unit))};
+    const std::size_t most = isSingleLine(style.lines, style.lineBreak) ? longestLine : longestText;
+    Key key{shownPart(text, style.lineBreak, most), style.font, style.lineBreak, std::max(0, style.lines),
+            int(std::lround(bounded * unit))};
     if (const auto found = index_.find(&key); found != index_.end()) {
         entries_.splice(entries_.begin(), entries_, found->second);
         return entries_.front().layout;
@@ -175,6 +225,7 @@ const TextLayout& TextEngine::layout(std::string_view text, const TextStyle& sty
         entries_.pop_back();
     }
     TextLayout made = makeLayout(key);
+    made.truncated = made.truncated || text.size() > most;
     entries_.push_front({std::move(key), std::move(made)});
     index_.emplace(&entries_.front().key, entries_.begin());
     return entries_.front().layout;
@@ -197,15 +248,15 @@ LayoutHandle TextEngine::makeSource(const std::string& text, const Key& key, boo
 TextLayout TextEngine::makeLayout(const Key& key) {
     TextLayout result;
     result.metrics = metrics(key.font);
-    const std::string text = validText(key.text);
-    const bool singleLine = key.lines == 1 && (truncates(key.lineBreak) || key.lineBreak == LineBreak::Clip);
-    if (singleLine) {
+    std::string text = validText(key.text);
+    if (isSingleLine(key.lines, key.lineBreak)) {
         result.sources.push_back(makeSource(onOneLine(text), key, true));
         PangoLayout* source = result.sources.back().get();
         addLines(result, source, 1);
         result.truncated = pango_layout_is_ellipsized(source) || result.width() * unit > key.width + 1;
         return result;
     }
+    text = withBreaks(text);
     result.sources.push_back(makeSource(text, key, false));
     PangoLayout* source = result.sources.back().get();
     const int limit = key.lines == 0 ? pango_layout_get_line_count(source) : key.lines;
@@ -220,6 +271,10 @@ TextLayout TextEngine::makeLayout(const Key& key) {
     result.sources.push_back(makeSource(onOneLine(text.substr(static_cast<std::size_t>(start))), key, true));
     addLines(result, result.sources.back().get(), 1);
     return result;
+}
+
+LayoutHandle TextEngine::editedLine(std::string_view text, const Font& font) {
+    return plainLine(text.substr(0, characterStart(text, std::min(text.size(), longestLine))), font);
 }
 
 LayoutHandle TextEngine::plainLine(std::string_view text, const Font& font) {

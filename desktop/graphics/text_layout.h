@@ -18,6 +18,9 @@ struct ObjectRelease {
 };
 using LayoutHandle = std::unique_ptr<PangoLayout, ObjectRelease>;
 
+/// The beginning of the character of UTF-8 that the byte `at` belongs to; the size of the text for its end.
+std::size_t characterStart(std::string_view text, std::size_t at);
+
 /// The lines of a text that are to be shown, in order.
 struct TextLayout {
     struct Line {
@@ -44,11 +47,11 @@ class TextEngine {
 
     TextEngine();
 
-    /// Valid until the next call.
+    /// Of a text that is longer than can be shown, a part with an ellipsis for the rest. Valid until the next call.
     const TextLayout& layout(std::string_view text, const TextStyle& style, double width);
     FontMetrics metrics(const Font& font);
-    /// A single line of the whole text.
-    LayoutHandle plainLine(std::string_view text, const Font& font);
+    /// A single line of the text, or of its first 4,096 bytes.
+    LayoutHandle editedLine(std::string_view text, const Font& font);
     std::size_t count() const { return entries_.size(); }
 
   private:
@@ -76,6 +79,7 @@ class TextEngine {
     };
     using Entries = std::list<Entry>;
 
+    LayoutHandle plainLine(std::string_view text, const Font& font);
     LayoutHandle makeSource(const std::string& text, const Key& key, bool singleLine);
     TextLayout makeLayout(const Key& key);
     FontMetrics readMetrics(const Font& font);

@@ -171,6 +171,30 @@ TEST_F(NumbersTest, placesComeInTheUsersLanguage) {
     EXPECT_EQ(placeOf("anna@example.com", "de"), "");
 }
 
+TEST_F(NumbersTest, whatIsLongerThanAnyNumberIsNoneAndNothingIsWorkedOutForIt) {
+    setHomeRegion("DE");
+    const auto before = numbersWorkedOut();
+    const std::string endless = "+" + std::string(10'000, '4');
+    EXPECT_EQ(formattedNumber(endless), endless);
+    EXPECT_EQ(placeOf(endless, "de"), "");
+    EXPECT_EQ(keyOf(endless).text, endless);
+    EXPECT_FALSE(keyOf(endless).isWhole);
+    EXPECT_EQ(numbersWorkedOut(), before);
+    add({person("Anna", {endless})});
+    EXPECT_EQ(owner(endless), 1);
+    EXPECT_EQ(owner("+" + std::string(10'001, '4')), 0);
+}
+
+TEST_F(NumbersTest, aNumberOfTwoHundredAndFiftyBytesIsStillOne) {
+    setHomeRegion("DE");
+    const std::string number = "+49 30 20930";
+    EXPECT_EQ(formattedNumber(number + std::string(250 - number.size(), ' ')), "030 20930");
+    const std::string longer = number + std::string(251 - number.size(), ' ');
+    EXPECT_EQ(formattedNumber(longer), longer);
+    // What is dialled later does not belong to the number.
+    EXPECT_EQ(keyOf(number + "," + std::string(5'000, '1')).text, "+493020930");
+}
+
 TEST_F(NumbersTest, theRegionIsThatOfTheLocale) {
     EXPECT_EQ(regionOf("de_AT"), "AT");
     EXPECT_EQ(regionOf("de"), "DE");

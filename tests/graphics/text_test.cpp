@@ -6,6 +6,7 @@
 
 #include <thread>
 
+#include "desktop/graphics/text_layout.h"
 #include "tests/graphics/pixels.h"
 
 namespace graphics {
@@ -176,6 +177,48 @@ TEST(Text, theOffsetAtACaretIsTheCaretsOffset) {
         const auto offset = *rc::gen::inRange<std::size_t>(0, text.size() + 1);
         RC_ASSERT(offsetAt(text, font, caretPosition(text, font, offset)) == offset);
     }));
+}
+
+TEST(Text, aLineThatIsLongerThanCanBeShownIsCutBeforeItIsLaidOut) {
+    const std::string name(40'000, 'x');
+    for (const LineBreak lineBreak :
+         {LineBreak::Clip, LineBreak::TruncateHead, LineBreak::TruncateMiddle, LineBreak::TruncateTail}) {
+        const TextStyle style{.font = Font::system(17), .lineBreak = lineBreak};
+        EXPECT_EQ(measureText(name, style), measureText(name + name, style));
+        EXPECT_TRUE(isTruncated(name, style, unboundedWidth));
+        EXPECT_LE(measureText(name, TextStyle{.font = Font::system(17)}, 200).width, 200);
+    }
+    // The end is what a text keeps that is shortened at its head.
+    const TextStyle head{.font = Font::system(17), .lineBreak = LineBreak::TruncateHead};
+    EXPECT_NE(measureText(name + std::string(9, 'i'), head), measureText(name, head));
+    EXPECT_FALSE(isTruncated(std::string(4096, 'x'), body, unboundedWidth));
+}
+
+TEST(Text, aTextOfManyLinesIsCutAndItsEndlessWordsAreBrokenBeforePangoSeesThem) {
+    const TextStyle style{.font = Font::system(17), .lineBreak = LineBreak::Words, .lines = 0};
+    const std::string word = "\xC3\xA4" + std::string(100'000, 'x');
+    const TextLayout& layout = TextEngine::current().layout(word, style, 280);
+    EXPECT_LT(layout.lines.size(), 1000U);
+    EXPECT_TRUE(layout.truncated);
+    ASSERT_EQ(layout.sources.size(), 1U);
+    int count = 0, sinceBreak = 0, longest = 0;
+    const PangoLogAttr* letters = pango_layout_get_log_attrs_readonly(layout.sources[0].get(), &count);
+    for (int at = 0; at < count; ++at) {
+        sinceBreak = letters[at].is_line_break != 0 ? 0 : sinceBreak + 1;
+        longest = std::max(longest, sinceBreak);
+    }
+    EXPECT_LE(count, 17'000);
+    EXPECT_LE(longest, 513);
+}
+
+TEST(Text, theCaretOfAnEndlessLineStandsWithinWhatIsLaidOut) {
+    const Font font = Font::system(17);
+    std::string line;
+    while (line.size() < 40'000) line += "\xE5\xB1\xB1";
+    const double end = caretPosition(line, font, 4095);
+    EXPECT_EQ(caretPosition(line, font, line.size()), end);
+    EXPECT_EQ(caretPosition(line, font, 10), caretPosition(line, font, 9));
+    EXPECT_EQ(offsetAt(line, font, unboundedWidth), 4095U);
 }
 
 }  // namespace

@@ -79,6 +79,18 @@ class ContactsTest : public CompanionTest {
     }
 };
 
+TEST_F(ContactsTest, aNameThatIsLongerThanTheLogKeepsIsCutThereAndTheOthersAreLinkedToo) {
+    add({{"+16508870260", noon}, {"+16508870261", noon + 1}});
+    std::string endless = "x";
+    while (endless.size() < 200'000) endless += "\u00E4";
+    save({contact(endless.c_str(), {"+16508870260"}), contact("Ben", {"+16508870261"})});
+    settle();
+    const auto found = links();
+    EXPECT_EQ(found[0], "2 Ben mobile");
+    EXPECT_EQ(found[1], "1 " + endless.substr(0, 9'999) + " mobile");
+    EXPECT_EQ(Book::shared().contact(1)->text(Property::firstName), endless);
+}
+
 TEST_F(ContactsTest, aPersonIsTheSameEachTimeUntilItIsDeleted) {
     save({contact("Anna", {"1"})});
     const void* anna = person(1);

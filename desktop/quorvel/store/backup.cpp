@@ -2,6 +2,8 @@
 // log then takes over its rows in one transaction, so that an open connection simply sees the next state.
 #include "desktop/quorvel/store/backup.h"
 
+#include <unistd.h>
+
 #include <ctime>
 
 #include "desktop/quorvel/store/care.h"
@@ -91,9 +93,9 @@ std::vector<std::string> tablesOf(Connection& log) {
 }
 
 /// By name: tables that were made by different versions may have their columns in another order.
-std::string columnsOf(Connection& log, const std::string& table) {
+std::string columnsOf(Connection& log, const std::string& schema, const std::string& table) {
     std::string columns;
-    Statement found(log.handle(), "select name from pragma_table_info('" + table + "', 'main')", log.path());
+    Statement found(log.handle(), "select name from pragma_table_info('" + table + "', '" + schema + "')", log.path());
     while (found.step()) columns += (columns.empty() ? "\"" : ", \"") + std::string(found.text(0)) + '"';
     return columns;
 }
@@ -102,11 +104,13 @@ std::string columnsOf(Connection& log, const std::string& table) {
 void takeOver(Connection& log) {
     const std::int64_t revision = log.integerOf("select max(revision, party_revision) from main.state");
     for (const std::string& table : tablesOf(log)) {
-        const std::string columns = columnsOf(log, table);
         log.execute(("delete from main." + table).c_str());
-        log.execute(("insert into main." + table + " (" + columns + ") select " + columns + " from restored." + table +
-                     (table == "sqlite_sequence" ? "" : " order by rowid"))
-                        .c_str());
+        const std::string columns = columnsOf(log, "main", table);
+        // SQLite copies a whole table into an empty one of the same shape, its indices too, without looking at rows.
+        const bool isSame = columns == columnsOf(log, "restored", table);
+        const std::string into = isSame ? table : table + " (" + columns + ')';
+        const std::string from = (isSame ? "*" : columns) + " from restored." + table;
+        log.execute(("insert into main." + into + " select " + from).c_str());
     }
     // Whoever remembers a state of before must not take this one for it.
     log.statement(
@@ -115,23 +119,64 @@ void takeOver(Connection& log) {
         .run();
 }
 
+/// Before anything is copied; a database that may not be written is opened for reading alone, without an error.
+void requireWritable(const fs::path& log) {
+    if (isThere(log) && ::access(log.c_str(), W_OK) != 0)
+        throw Failure{errorOf(SQLITE_READONLY, "it may not be written", log)};
+}
+
+/// The log that is about to be replaced, kept under a name of its own unless it holds no calls.
+class FormerLog {
+  public:
+    FormerLog(const fs::path& log, const OpenOptions& options)
+        : name_(formerName(log, "before", momentOf(options))),
+          reading_(log, Connection::Use::read, options.busyBound, options.fileSystem) {}
+    ~FormerLog() {
+        if (isCopied_ && !isReplaced_) removeDatabase(name_);
+    }
+    FormerLog(const FormerLog&) = delete;
+    FormerLog& operator=(const FormerLog&) = delete;
+
+    /// Copies the log as it is now, unless the copy of before still is what the log holds.
+    void keep() {
+        const Transaction moment(reading_, Transaction::Kind::read);
+        const std::int64_t version = reading_.integerOf("pragma data_version");
+        if (version == version_) return;
+        version_ = version;
+        if (reading_.integerOf("select exists (select 1 from call) or exists (select 1 from deleted)") == 0) return;
+        copyToFile(reading_, name_, {});
+        isCopied_ = true;
+    }
+    /// The log holds something else now. Answers where it is kept; empty where it was not.
+    fs::path wasReplaced() {
+        isReplaced_ = true;
+        return isCopied_ ? name_ : fs::path();
+    }
+
+  private:
+    fs::path name_;
+    Connection reading_;
+    std::int64_t version_ = -1;
+    bool isCopied_ = false;
+    bool isReplaced_ = false;
+};
+
 Restored replaceContents(const fs::path& path, const fs::path& staging, const BackupOptions& options) {
     Connection log(path, Connection::Use::write, options.log.busyBound, options.log.fileSystem);
     prepareSchema(log, options.log.busyBound);
+    if (log.isReadOnly()) throw Failure{errorOf(SQLITE_READONLY, "it may not be written", path)};
     configure(log, Connection::Use::write);
     const std::string stagingName = staging.string();
     log.statement("attach ?1 as restored").bind(1, stagingName).run();
+    FormerLog former(path, options.log);
+    // Others may write meanwhile; what they wrote is copied once more while nobody can.
+    former.keep();
     Transaction transaction(log, Transaction::Kind::write);
-    Restored restored;
-    // In the same transaction: no call can come between the copy that is kept and the change.
-    if (log.integerOf("select exists (select 1 from main.call) or exists (select 1 from main.deleted)") != 0) {
-        restored.former = formerName(path, "before", momentOf(options.log));
-        Connection reading(path, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
-        const Transaction moment(reading, Transaction::Kind::read);
-        copyToFile(reading, restored.former, {});
-    }
+    former.keep();
     takeOver(log);
     transaction.commit();
+    Restored restored;
+    restored.former = former.wasReplaced();
     restored.calls = log.integerOf("select calls from main.total where filter = 1");
     return restored;
 }
@@ -166,6 +211,7 @@ Result<Restored> restore(const fs::path& backup, const fs::path& log, const Back
     return guarded([&] {
         requireTwoFiles(backup, log);
         requireFile(backup, "The backup");
+        requireWritable(log);
         const Staging staging(log);
         std::vector<std::string> mended;
         try {

@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int pagesOfAStep = 1024;
+/// Beyond those that the pages need; a copy that takes more makes no progress.
+constexpr std::int64_t stepsToSpare = 8;
 constexpr std::chrono::milliseconds nobodyElse{0};
 
 /// A file that goes away again unless it gets its name.
@@ -45,8 +47,13 @@ void copyPages(Connection& from, Connection& to, const std::function<void(double
     const std::unique_ptr<sqlite3_backup, Finish> backup(
         sqlite3_backup_init(to.handle(), "main", from.handle(), "main"));
     if (!backup) throw Failure{errorOf(sqlite3_errcode(to.handle()), sqlite3_errmsg(to.handle()), to.path())};
+    // A transaction sees one moment from its first read on, not from its beginning. Without that moment every step
+    // would see another one, and SQLite begins the copy anew at each change.
+    const std::int64_t pages = from.integerOf("pragma page_count");
+    std::int64_t steps = pages / pagesOfAStep + stepsToSpare;
     int code = SQLITE_OK;
     while (code == SQLITE_OK) {
+        if (--steps < 0) throw Failure{errorOf(SQLITE_BUSY, "the copy began anew again and again", from.path())};
         code = sqlite3_backup_step(backup.get(), pagesOfAStep);
         const int all = sqlite3_backup_pagecount(backup.get());
         if (progress && all > 0) progress(1.0 - static_cast<double>(sqlite3_backup_remaining(backup.get())) / all);

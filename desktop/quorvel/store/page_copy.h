@@ -7,7 +7,9 @@
 
 namespace quorvel::store {
 
-/// Makes the database of `to` the one of `from`, as the open transaction of `from` sees it. Told how much is done.
+/// Makes the database of `to` the one of `from`, as the open transaction of `from` sees it; where it has read nothing
+/// yet, as it is now. The work is bounded by the number of pages, whatever other processes write meanwhile. Told how
+/// much is done.
 void copyPages(Connection& from, Connection& to, const std::function<void(double)>& progress);
 
 /// Copies the database into a new file of that name that needs nothing beside it, is sound and is on disk. `from` has a
