@@ -81,7 +81,7 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     const auto& directory = std::get<quorvel::DataDirectory>(opened);
     settingsFile = directory.settings();
     const bool firstStart = directory.isNew();
-    addressbookui::setShareFolder(directory.path() / "shared");
+    addressbookui::setShareFolder(directory.shared());
     uikit::setHandsetRoot(handsetRoot().string());
     uikit::setScreen({320, 568}, scale);
     if (const auto failure = notify::openRendezvous(directory.notifications())) return failure->text;

@@ -7,6 +7,8 @@
 #include <iostream>
 
 #include "desktop/dispatch/clock.h"
+#include "desktop/files/private_files.h"
+#include "desktop/foundation/process.h"
 #include "desktop/graphics/window.h"
 #include "desktop/phone/handset.h"
 #include "desktop/phone/main_loop.h"
@@ -121,6 +123,8 @@ int run(phone::Options options) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     const auto [options, exitStatus] = phone::parseOptions(argumentCount, arguments);
     if (exitStatus) return *exitStatus;
     const int status = run(options);

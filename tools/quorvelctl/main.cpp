@@ -3,10 +3,14 @@
 #include <cstdio>
 #include <cstring>
 
+#include "desktop/files/private_files.h"
+#include "desktop/foundation/process.h"
 #include "objc/strong.h"
 #include "tools/quorvelctl/program.h"
 
 int main(int argumentCount, char** arguments) {
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     const objc::AutoreleasePool pool;
     tools::Session session;
     CLI::App program;

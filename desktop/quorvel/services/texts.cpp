@@ -3,8 +3,9 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
 #include "desktop/quorvel/services/plural_format.h"
 #include "desktop/uikit/text.h"
 
@@ -15,24 +16,14 @@ constexpr std::string_view usualLanguage = "en";
 
 /// The dictionary in the file; null, with a sentence, where there is none.
 objc::Strong<> dictionaryIn(const std::filesystem::path& file, std::vector<std::string>& trouble) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream) {
+    const auto content = files::readFile(file, foundation::longestPropertyList);
+    const auto* text = std::get_if<std::string>(&content);
+    if (!text && std::get<std::error_code>(content) != std::errc::file_too_large) {
         trouble.push_back("The texts in " + file.string() + " cannot be read. Install the product's texts again.");
         return {};
     }
-    const std::string list = "{" + content + "}";
-    const auto data = objc::sendClass<"NSData", "dataWithBytes:length:", objc::Object>(
-        static_cast<const void*>(list.data()), static_cast<unsigned long>(list.size()));
-    objc::Object read;
-    try {
-        read =
-            objc::sendClass<"NSPropertyListSerialization", "propertyListWithData:options:format:error:", objc::Object>(
-                data, 0UL, static_cast<void*>(nullptr), static_cast<void*>(nullptr));
-    } catch (...) {
-        read = {};  // Foundation raises on some malformed lists and answers nil on others.
-    }
-    if (objc::isKindOf(read, objc::classNamed<"NSDictionary">())) return objc::Strong<>(read);
+    if (const auto read = text ? foundation::dictionaryInStringTable(*text) : objc::Object{})
+        return objc::Strong<>(read);
     trouble.push_back("The texts in " + file.string() +
                       " are damaged; English is shown for them. The file was left as it is: install the product's "
                       "texts again.");

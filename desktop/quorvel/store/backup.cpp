@@ -106,7 +106,7 @@ Restored replaceContents(const fs::path& path, const fs::path& staging, const Ba
     Connection log(path, Connection::Use::write, options.log.busyBound, options.log.fileSystem);
     prepareSchema(log, options.log.busyBound);
     configure(log, Connection::Use::write);
-    const std::string stagingName = staging.string();
+    const std::string stagingName = databaseName(staging);
     log.statement("attach ?1 as restored").bind(1, stagingName).run();
     Transaction transaction(log, Transaction::Kind::write);
     Restored restored;
@@ -115,7 +115,7 @@ Restored replaceContents(const fs::path& path, const fs::path& staging, const Ba
         restored.former = formerName(path, "before", momentOf(options.log));
         Connection reading(path, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
         const Transaction moment(reading, Transaction::Kind::read);
-        copyToFile(reading, restored.former, {});
+        copyToFile(reading, restored.former, Existing::refused, {});
     }
     takeOver(log);
     transaction.commit();
@@ -144,7 +144,7 @@ Result<Done> backUp(const fs::path& log, const fs::path& file, const BackupOptio
         Connection from(log, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
         prepareSchema(from, options.log.busyBound);
         const Transaction moment(from, Transaction::Kind::read);
-        copyToFile(from, file, options.progress);
+        copyToFile(from, file, options.existing, options.progress);
         return Done{};
     });
 }
@@ -171,6 +171,7 @@ Result<Restored> restore(const fs::path& backup, const fs::path& log, const Back
             restored.former = replaceLog(log, staging.file(), "before", momentOf(options.log));
         }
         restored.mended = std::move(mended);
+        restored.removed = removeOldFormerLogs(log, backup);
         return restored;
     });
 }

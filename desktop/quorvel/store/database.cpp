@@ -3,6 +3,8 @@
 
 #include <mutex>
 
+#include "desktop/files/private_files.h"
+
 namespace quorvel::store {
 namespace {
 
@@ -63,6 +65,10 @@ Error errorOf(int code, const std::string& detail, const std::filesystem::path& 
     return {kind, "The database " + path.string() + ": " + detail + ". " + adviceFor(kind)};
 }
 
+std::string databaseName(const std::filesystem::path& file) {
+    return file.is_absolute() ? file.string() : (std::filesystem::path(".") / file).string();
+}
+
 Statement::Statement(sqlite3* database, std::string_view text, const std::filesystem::path& path) : path_(&path) {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v3(database, text.data(), static_cast<int>(text.size()), SQLITE_PREPARE_PERSISTENT,
@@ -116,8 +122,10 @@ Connection::Connection(std::filesystem::path path, Use use, std::chrono::millise
     : path_(std::move(path)) {
     const int access = use == Use::readFileOnly ? SQLITE_OPEN_READONLY
                                                 : SQLITE_OPEN_READWRITE | (use == Use::write ? SQLITE_OPEN_CREATE : 0);
+    // What SQLite keeps beside the file gets the file's own mode.
+    if (use == Use::write) files::makePrivateFile(path_);
     sqlite3* database = nullptr;
-    const int code = sqlite3_open_v2(path_.c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
+    const int code = sqlite3_open_v2(databaseName(path_).c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
                                      fileSystem.empty() ? nullptr : fileSystem.c_str());
     handle_.reset(database);
     if (code != SQLITE_OK) throw Failure{errorOf(code, database ? sqlite3_errmsg(database) : "no memory", path_)};

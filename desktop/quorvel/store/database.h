@@ -21,6 +21,9 @@ struct Failure {
     Error error;
 };
 
+/// The name by which SQLite opens the file and nothing else: never one that it takes for a URI or for memory.
+std::string databaseName(const std::filesystem::path& file);
+
 /// A prepared statement. Parameters are numbered from 1, columns from 0.
 class Statement {
   public:
@@ -66,6 +69,7 @@ class Connection {
   public:
     enum class Use { write, read, readFileOnly };
 
+    /// With `write` a file that is not there is made, for its user alone.
     Connection(std::filesystem::path path, Use use, std::chrono::milliseconds busyBound, const std::string& fileSystem);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
