@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <mutex>
 
+#include "desktop/files/new_file.h"
+#include "desktop/files/private_files.h"
 #include "desktop/notify/notify.h"
 #include "desktop/quorvel/store/call_store.h"
 
@@ -43,6 +44,13 @@ std::shared_ptr<const Snapshot> snapshotOf(Content content) {
     snapshot->blocked = std::move(content.blocked);
     snapshot->favourites = std::move(content.favourites);
     return snapshot;
+}
+
+/// Makes an empty file for its user alone, where there is none.
+std::error_code makeFile(const std::filesystem::path& file) {
+    auto made = files::NewFile::beside(file);
+    if (const auto* error = std::get_if<std::error_code>(&made)) return *error;
+    return std::get<files::NewFile>(made).publish(file, files::Existing::replaced);
 }
 
 Error notOpen() {
@@ -110,9 +118,7 @@ Book& Book::shared() {
 
 std::optional<std::string> Book::open(const std::filesystem::path& folder) {
     close();
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
+    if (const auto error = files::makePrivateFolders(folder))
         return "The folder " + folder.string() + " for contacts cannot be made: " + error.message() +
                ". Change the permissions, or name another data directory.";
     const std::filesystem::path file = folder / "contacts.db";
@@ -171,8 +177,8 @@ std::optional<std::string> Book::setAllowed(bool allowed) {
     std::error_code error;
     if (allowed)
         std::filesystem::remove(file, error);
-    else if (!std::ofstream(file))
-        error = std::make_error_code(std::errc::permission_denied);
+    else
+        error = makeFile(file);
     if (error)
         return "The file " + file.string() + ", which closes the contacts, cannot be " +
                (allowed ? "removed: " : "made: ") + error.message() + ". Change the permissions of its folder.";

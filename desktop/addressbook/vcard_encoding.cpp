@@ -3,7 +3,6 @@
 
 #include <unicode/ucnv.h>
 #include <unicode/unistr.h>
-#include <unicode/utf8.h>
 
 #include <algorithm>
 #include <array>
@@ -89,16 +88,6 @@ std::string toQuotedPrintable(std::string_view bytes) {
         }
     }
     return text;
-}
-
-bool isUtf8(std::string_view text) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    for (std::int64_t i = 0, length = static_cast<std::int64_t>(text.size()); i < length;) {
-        UChar32 character = 0;
-        U8_NEXT(bytes, i, length, character);
-        if (character < 0) return false;
-    }
-    return true;
 }
 
 std::optional<std::string> fromCharset(std::string_view bytes, const std::string& charset) {

@@ -17,7 +17,6 @@ std::string fromQuotedPrintable(std::string_view text);
 /// Printable ASCII without "=" stays; everything else is written by its number. No soft line breaks.
 std::string toQuotedPrintable(std::string_view bytes);
 
-bool isUtf8(std::string_view text);
 /// The bytes of that charset as UTF-8, what cannot be read replaced. Nothing where no charset of the name is known.
 std::optional<std::string> fromCharset(std::string_view bytes, const std::string& charset);
 

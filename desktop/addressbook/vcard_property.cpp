@@ -5,6 +5,7 @@
 
 #include "desktop/addressbook/vcard_encoding.h"
 #include "desktop/addressbook/vcard_reader.h"
+#include "desktop/files/utf8.h"
 
 namespace vcard {
 namespace {
@@ -118,7 +119,7 @@ std::string decoded(std::string bytes, const std::string& named, const std::stri
         if (auto text = fromCharset(bytes, named)) return *std::move(text);
         complain("the charset " + named + " is not known; the text is read as UTF-8 or " + usual);
     }
-    if (isUtf8(bytes)) return bytes;
+    if (files::isUtf8(bytes)) return bytes;
     if (auto text = fromCharset(bytes, usual)) return *std::move(text);
     return fromCharset(bytes, "windows-1252").value_or("");
 }

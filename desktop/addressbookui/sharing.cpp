@@ -11,6 +11,8 @@
 #include "desktop/addressbook/book.h"
 #include "desktop/addressbook/contact_vcard.h"
 #include "desktop/addressbook/vcard_writer.h"
+#include "desktop/files/new_file.h"
+#include "desktop/files/private_files.h"
 
 namespace addressbookui {
 namespace {
@@ -38,17 +40,6 @@ std::string fileName(const std::string& name) {
     return result;
 }
 
-std::string writeAll(int descriptor, const std::string& bytes) {
-    std::size_t written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = ::write(descriptor, bytes.data() + written, bytes.size() - written);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return std::strerror(errno);
-        written += static_cast<std::size_t>(count);
-    }
-    return {};
-}
-
 }  // namespace
 
 void setShareFolder(std::filesystem::path folder) { folderSlot() = std::move(folder); }
@@ -59,7 +50,7 @@ graphics::Result<std::filesystem::path> shareContact(const contacts::Contact& co
     const std::string card = vcard::write(contacts::cardOf(whole), vcard::Version::v30);
     const auto& folder = folderSlot();
     std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
+    files::makePrivateFolders(folder);
     const std::string base = fileName(contacts::compositeName(contact));
     std::filesystem::path file;
     int descriptor = -1;
@@ -72,11 +63,11 @@ graphics::Result<std::filesystem::path> shareContact(const contacts::Contact& co
     if (descriptor < 0)
         return graphics::Failure{"The card cannot be written to " + file.string() + ": " + std::strerror(errno) +
                                  ". Check that the folder can be written to."};
-    const std::string trouble = writeAll(descriptor, card);
+    const auto trouble = files::writeAll(descriptor, card);
     ::close(descriptor);
-    if (trouble.empty()) return file;
+    if (!trouble) return file;
     std::filesystem::remove(file, ignored);
-    return graphics::Failure{"The card cannot be written to " + file.string() + ": " + trouble + "."};
+    return graphics::Failure{"The card cannot be written to " + file.string() + ": " + trouble.message() + "."};
 }
 
 }  // namespace addressbookui

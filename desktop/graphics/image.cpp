@@ -1,12 +1,12 @@
 // Pictures in memory and in PNG files.
 #include "desktop/graphics/image.h"
 
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
+
+#include "desktop/files/output.h"
 
 namespace graphics {
 
@@ -60,6 +60,11 @@ cairo_surface_t* withAlpha(cairo_surface_t* surface) {
     return copy;
 }
 
+cairo_status_t takeBytes(void* output, const unsigned char* bytes, unsigned int count) {
+    static_cast<files::Output*>(output)->write({reinterpret_cast<const char*>(bytes), count});
+    return CAIRO_STATUS_SUCCESS;
+}
+
 /// The file to read for a display of this scale, and the scale of its pixels.
 std::pair<std::string, int> chooseVariant(const std::string& path, double scale) {
     const int stated = statedScale(path);
@@ -110,18 +115,12 @@ std::string Image::writePng(const std::string& path) const {
         return "The picture " + path + " cannot be written: " + why + ".";
     };
     if (!surface_) return failure("it is empty");
-    const std::string unfinished = path + ".unfinished";
-    const cairo_status_t status = cairo_surface_write_to_png(surface_.get(), unfinished.c_str());
-    if (status != CAIRO_STATUS_SUCCESS) {
-        const int problem = errno;
-        std::remove(unfinished.c_str());
-        return failure(status == CAIRO_STATUS_WRITE_ERROR ? std::strerror(problem) : cairo_status_to_string(status));
-    }
-    std::error_code error;
-    std::filesystem::rename(unfinished, path, error);
-    if (!error) return {};
-    std::remove(unfinished.c_str());
-    return failure(error.message());
+    if (path.empty()) return failure("it has no name");
+    files::Output output(path, files::Existing::replaced);
+    const cairo_status_t status = cairo_surface_write_to_png_stream(surface_.get(), takeBytes, &output);
+    if (status != CAIRO_STATUS_SUCCESS) return failure(cairo_status_to_string(status));
+    const auto error = output.finish();
+    return error ? failure(error.message()) : std::string();
 }
 
 int Image::pixelWidth() const { return surface_ ? cairo_image_surface_get_width(surface_.get()) : 0; }

@@ -17,6 +17,7 @@
 #include <system_error>
 #include <utility>
 
+#include "desktop/files/private_files.h"
 #include "desktop/notify/file_name.h"
 
 namespace notify {
@@ -32,7 +33,7 @@ constexpr std::size_t stampSize = 60;
 class File {
   public:
     File(const fs::path& path, int flags)
-        : descriptor_(::open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666)) {}
+        : descriptor_(::open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600)) {}
     File(const File&) = delete;
     File& operator=(const File&) = delete;
     ~File() {
@@ -94,9 +95,7 @@ void addOnce(std::vector<std::string>& names, std::string name) {
 }  // namespace
 
 std::variant<Rendezvous, Failure> Rendezvous::open(const fs::path& directory) {
-    std::error_code error;
-    fs::create_directories(directory, error);
-    if (error && !fs::is_directory(directory)) {
+    if (const auto error = files::makePrivateFolders(directory)) {
         return failure("The directory for notifications cannot be made at", directory, error.value(),
                        "Choose another data directory.");
     }

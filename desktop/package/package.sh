@@ -35,6 +35,8 @@ printf 'Source: quorvel-phone\n\nPackage: quorvel-phone\nArchitecture: any\n' >"
 depends=$(cd "$stage" && dpkg-shlibdeps -O -l"$home/lib" "$home/bin/phone" "$home/bin/quorvelctl" "$home"/lib/*.so \
     2>"$stage/warnings" | sed --quiet 's/^shlibs:Depends=//p') || { cat "$stage/warnings" >&2; exit 1; }
 
+# For everybody, whatever the modes in the build tree are.
+chmod --recursive u=rwX,go=rX "$root"
 mkdir "$root/DEBIAN"
 cat >"$root/DEBIAN/control" <<CONTROL
 Package: quorvel-phone

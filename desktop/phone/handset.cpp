@@ -90,7 +90,7 @@ std::optional<std::string> startHandset(const Options& options, double scale) {
     const bool isUsersOwn = options.dataDirectory.empty();
     if (isUsersOwn)
         if (const auto trouble = noteFirstStart(directory)) reportLine(*trouble);
-    addressbookui::setShareFolder(directory.path() / "shared");
+    addressbookui::setShareFolder(directory.shared());
     uikit::setHandsetRoot(handsetRoot().string());
     substrate::setTemporaryFolder(directory.temporaryFiles());
     uikit::setScreen({320, 568}, scale);

@@ -7,6 +7,8 @@
 #include <iostream>
 
 #include "desktop/dispatch/clock.h"
+#include "desktop/files/private_files.h"
+#include "desktop/foundation/process.h"
 #include "desktop/graphics/window.h"
 #include "desktop/phone/handset.h"
 #include "desktop/phone/main_loop.h"
@@ -122,6 +124,8 @@ int run(phone::Options options) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     uncaught::openStandardDescriptors();
     uncaught::reportExceptions("phone", phone::callersError());
     const auto [options, exitStatus] = phone::parseOptions(argumentCount, arguments);

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "desktop/files/private_files.h"
 #include "desktop/phone/calling_screen.h"
 #include "desktop/phone/handset.h"
 
@@ -20,6 +21,7 @@ namespace {
     const pid_t program = fork();
     if (program == 0) {
         setsid();
+        files::restoreCallersMask();
         dup2(STDERR_FILENO, STDOUT_FILENO);
         execvp(arguments[0], arguments);
     }

@@ -1,12 +1,13 @@
 // The plug-in loader: which images of a directory a process wants, and what keeps one from being loaded.
 #include <dlfcn.h>
-#include <elf.h>
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <vector>
 
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
+#include "desktop/substrate/elf_image.h"
 #include "desktop/substrate/mach_loader.h"
 #include "desktop/substrate/substrate.h"
 
@@ -15,34 +16,16 @@ namespace {
 
 enum class ImageKind { elf, machO, other };
 
-ImageKind kindOf(const std::vector<unsigned char>& start) {
-    auto begins = [&](std::initializer_list<unsigned char> magic) {
-        return start.size() >= magic.size() && std::equal(magic.begin(), magic.end(), start.begin());
-    };
-    if (begins({0x7f, 'E', 'L', 'F'})) return ImageKind::elf;
-    if (begins({0xcf, 0xfa, 0xed, 0xfe}) || begins({0xce, 0xfa, 0xed, 0xfe}) || begins({0xca, 0xfe, 0xba, 0xbe}))
-        return ImageKind::machO;
+ImageKind kindOf(std::string_view content) {
+    if (content.starts_with("\x7f"
+                            "ELF"))
+        return ImageKind::elf;
+    for (const std::string_view magic : {"\xcf\xfa\xed\xfe", "\xce\xfa\xed\xfe", "\xca\xfe\xba\xbe"})
+        if (content.starts_with(magic)) return ImageKind::machO;
     return ImageKind::other;
 }
 
 std::string quoted(const std::filesystem::path& path) { return "\"" + path.string() + "\""; }
-
-/// Whether the file ends before a segment that its header announces: mapping such a file would end the process.
-bool isCutShort(std::ifstream& file, std::uintmax_t size) {
-    Elf64_Ehdr header{};
-    file.clear();
-    file.seekg(0);
-    if (!file.read(reinterpret_cast<char*>(&header), sizeof header)) return true;
-    if (header.e_ident[EI_CLASS] != ELFCLASS64 || header.e_phentsize != sizeof(Elf64_Phdr)) return false;
-    for (unsigned i = 0; i < header.e_phnum; ++i) {
-        Elf64_Phdr segment{};
-        file.seekg(static_cast<std::streamoff>(header.e_phoff + i * sizeof segment));
-        if (!file.read(reinterpret_cast<char*>(&segment), sizeof segment)) return true;
-        if (segment.p_type == PT_LOAD && (segment.p_offset > size || segment.p_filesz > size - segment.p_offset))
-            return true;
-    }
-    return false;
-}
 
 std::optional<std::string> loadElf(const std::filesystem::path& image) {
     // A path without a slash would be looked for among the system's libraries.
@@ -71,17 +54,11 @@ Filter readFilter(const std::filesystem::path& path) {
                       "filter " + quoted(path) + " " + what +
                           "; write a property list with an array Filter.Bundles of bundle identifiers"};
     };
-    std::error_code none;
-    if (!std::filesystem::is_regular_file(path, none) || !std::ifstream(path)) return fail("cannot be read");
-    auto name = objc::sendClass<"NSString", "stringWithUTF8String:", Object>(path.c_str());
-    // (NSDictionary's own reader would print a line of its own about a file that it cannot read.)
-    auto data = objc::sendClass<"NSData", "dataWithContentsOfFile:", Object>(name);
-    constexpr unsigned long immutable = 0;
-    auto list = objc::sendClass<"NSPropertyListSerialization",
-                                "propertyListFromData:mutabilityOption:format:errorDescription:", Object>(
-        data, immutable, static_cast<void*>(nullptr), static_cast<void*>(nullptr));
-    if (!objc::isKindOf(list, objc::classNamed<"NSDictionary">()))
-        return fail("is not a property list with a dictionary");
+    const auto content = files::readFile(path, foundation::longestPropertyList);
+    const auto* bytes = std::get_if<std::string>(&content);
+    if (!bytes && std::get<std::error_code>(content) != std::errc::file_too_large) return fail("cannot be read");
+    const auto list = bytes ? foundation::dictionaryInPropertyList(*bytes) : Object{};
+    if (!list) return fail("is not a property list with a dictionary");
     auto valueOf = [](Object dictionary, const char* key) {
         return objc::send<"objectForKey:", Object>(dictionary,
                                                    objc::sendClass<"NSString", "stringWithUTF8String:", Object>(key));
@@ -124,23 +101,21 @@ std::map<std::string, std::filesystem::path> imagesIn(const std::filesystem::pat
 }  // namespace
 
 std::optional<std::string> loadPlugin(const std::filesystem::path& image) {
-    std::error_code error;
-    auto size = std::filesystem::file_size(image, error);
-    std::ifstream file(image, std::ios::binary);
-    if (error || !file)
-        return "plug-in " + quoted(image) +
-               " cannot be read: " + (error ? error.message() : std::string("permission denied")) +
+    /// More than any plug-in has.
+    constexpr std::size_t largestImage = std::size_t{1} << 28;
+    const auto read = files::readFile(image, largestImage);
+    if (const auto* error = std::get_if<std::error_code>(&read))
+        return "plug-in " + quoted(image) + " cannot be read: " + files::reasonOf(*error) +
                "; name an image that exists";
-    std::vector<unsigned char> start(16);
-    file.read(reinterpret_cast<char*>(start.data()), static_cast<std::streamsize>(start.size()));
-    start.resize(static_cast<std::size_t>(file.gcount()));
-    switch (kindOf(start)) {
+    const auto& content = std::get<std::string>(read);
+    const auto bytes = std::as_bytes(std::span(content));
+    switch (kindOf(content)) {
         case ImageKind::elf:
-            if (isCutShort(file, size))
-                return "plug-in " + quoted(image) + " is cut short; build it again, or remove it";
+            if (const auto trouble = elf::objectionTo(bytes))
+                return "plug-in " + quoted(image) + ' ' + *trouble + "; build it again for this machine, or remove it";
             return loadElf(image);
         case ImageKind::machO:
-            if (const auto trouble = mach::load(image))
+            if (const auto trouble = mach::load(bytes))
                 return "plug-in " + quoted(image) + ' ' + *trouble + "; build it again for the simulator, or remove it";
             return std::nullopt;
         case ImageKind::other:

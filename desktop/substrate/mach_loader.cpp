@@ -8,8 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <vector>
 
@@ -142,17 +140,21 @@ std::string bind(const Image& image, const Mapping& mapping) {
     return {};
 }
 
-/// The functions to call, each checked to lie in an executable segment.
+/// Whether the file puts a function at the address, as linked.
+bool isCode(const Image& image, std::uint64_t address) {
+    for (const auto& segment : image.segments)
+        if (segment.isExecutable && address >= segment.address && address - segment.address < segment.content.size())
+            return true;
+    return false;
+}
+
+/// The functions to call, each checked to be code of the file.
 std::variant<std::vector<void (*)()>, std::string> initialisersOf(const Image& image, const Mapping& mapping) {
     std::vector<void (*)()> functions;
     for (const auto& pointers : image.initialisers) {
         for (std::uint64_t i = 0; i < pointers.count; ++i) {
             const std::uint64_t address = mapping.read(mapping.at(pointers.address) + i * 8) - mapping.slide();
-            bool isCode = false;
-            for (const auto& segment : image.segments)
-                isCode |=
-                    segment.isExecutable && address >= segment.address && address - segment.address < segment.size;
-            if (!isCode) return "has an initialiser that is no code";
+            if (!isCode(image, address)) return "has an initialiser that is no code";
             functions.push_back(reinterpret_cast<void (*)()>(mapping.at(address)));
         }
     }
@@ -161,10 +163,8 @@ std::variant<std::vector<void (*)()>, std::string> initialisersOf(const Image& i
 
 }  // namespace
 
-std::optional<std::string> load(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    const std::vector<char> content{std::istreambuf_iterator<char>(stream), {}};
-    auto parsed = parse(std::as_bytes(std::span(content)));
+std::optional<std::string> load(std::span<const std::byte> file) {
+    auto parsed = parse(file);
     if (auto* trouble = std::get_if<std::string>(&parsed)) return *trouble;
     const auto& image = std::get<Image>(parsed);
 

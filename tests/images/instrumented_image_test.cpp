@@ -51,7 +51,7 @@ TEST(TheInstrumentedImage, tellsOfItsAccessesItsAtomicsAndTheOrderOfItsCounts) {
 class Counters : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        static const auto trouble = substrate::mach::load(COUNTERS_IMAGE);
+        static const auto trouble = substrate::mach::load(images::bytesOf(images::contentOf(COUNTERS_IMAGE)));
         ASSERT_EQ(trouble, std::nullopt);
     }
     static Class counters() { return reinterpret_cast<Class>(objc_getClass("CountersOfImage")); }

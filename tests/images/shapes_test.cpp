@@ -11,6 +11,7 @@
 #include "objc/class.h"
 #include "platform/coregraphics.h"
 #include "platform/foundation.h"
+#include "tests/images/files.h"
 
 namespace {
 
@@ -97,7 +98,7 @@ class Shapes : public testing::TestWithParam<const char*> {
         objc::registerClasses<Receiver>();
         class_addMethod(objc::classOf<Receiver>(), objc::selector<"format:">(),
                         reinterpret_cast<IMP>(reinterpret_cast<void (*)()>(&formatObject)), "@@:@");
-        static const auto trouble = substrate::mach::load(SHAPES_IMAGE);
+        static const auto trouble = substrate::mach::load(images::bytesOf(images::contentOf(SHAPES_IMAGE)));
         ASSERT_EQ(trouble, std::nullopt);
     }
     void SetUp() override {

@@ -42,7 +42,7 @@ int exportFile(Session& session, const std::string& file, vcard::Version version
     if (const int status = openContacts(session); status != succeeded) return status;
     auto all = *Book::shared().all();
     contacts::sortByName(all, contacts::NameOrder::lastName);
-    Output output(file);
+    Output output(file, files::Existing::replaced);
     for (auto& contact : all) {
         contact.picture = Book::shared().picture(contact.record);
         output.write(vcard::write(contacts::cardOf(contact), version));

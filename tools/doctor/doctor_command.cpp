@@ -30,7 +30,7 @@ bool look(Session& session, Organ& organ, bool mends) {
     say(organ, coloured(Colour::red, "wrong").c_str(), findings);
     if (!mends) return false;
     say(organ, coloured(Colour::yellow, "mended").c_str(), organ.mend());
-    if (const char* announcement = organ.announcement()) session.announce(announcement);
+    if (const char* announcement = organ.announcement()) session.announceChange(announcement);
     const auto left = organ.examine();
     if (left.empty())
         std::printf("%-9s %s\n", organ.name(), coloured(Colour::green, "good").c_str());

@@ -1,9 +1,9 @@
 // The settings' property list: that it is one, and that each value makes sense.
 #include <ctime>
-#include <fstream>
-#include <iterator>
 
-#include "desktop/quorvel/settings/property_list.h"
+#include "desktop/files/new_file.h"
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
 #include "desktop/quorvel/settings/settings_store.h"
 #include "desktop/quorvel/store/log_files.h"
 #include "tools/doctor/check.h"
@@ -32,9 +32,8 @@ class Settings : public Organ {
         const auto unusable = settings.unusable();
         if (unusable.empty()) return {};
         const auto kept = quorvel::store::formerName(file_, "before-mending", std::time(nullptr));
-        std::error_code error;
-        std::filesystem::copy_file(file_, kept, error);
-        if (error) return {"The settings cannot be kept as " + kept.string() + ": " + error.message() + '.'};
+        if (const auto error = copyTo(kept))
+            return {"The settings cannot be kept as " + kept.string() + ": " + error.message() + '.'};
         Sentences said{"The settings as they were are kept as " + kept.string() + '.'};
         for (const auto* setting : unusable) {
             const std::string usual = settings.text(setting->key);
@@ -48,13 +47,21 @@ class Settings : public Organ {
     const char* announcement() const override { return settingsChanged.data(); }
 
   private:
+    std::error_code copyTo(const std::filesystem::path& kept) const {
+        const auto content = files::readFile(file_, foundation::longestPropertyList);
+        if (const auto* error = std::get_if<std::error_code>(&content)) return *error;
+        auto made = files::NewFile::beside(kept);
+        if (const auto* error = std::get_if<std::error_code>(&made)) return *error;
+        auto& whole = std::get<files::NewFile>(made);
+        if (const auto error = whole.write(std::get<std::string>(content))) return error;
+        return whole.publish(kept, files::Existing::refused);
+    }
+
     bool isDamaged() const {
-        std::error_code ignored;
-        if (!std::filesystem::is_regular_file(file_, ignored)) return false;
-        std::ifstream stream(file_, std::ios::binary);
-        if (!stream) return false;
-        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-        return !quorvel::dictionaryInPropertyList(bytes);
+        const auto content = files::readFile(file_, foundation::longestPropertyList);
+        if (const auto* bytes = std::get_if<std::string>(&content))
+            return !foundation::dictionaryInPropertyList(*bytes);
+        return std::get<std::error_code>(content) == std::errc::file_too_large;
     }
 
     std::filesystem::path file_;

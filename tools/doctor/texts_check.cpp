@@ -1,11 +1,10 @@
 // The string tables: that each can be read and lacks nothing that the English one has.
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <set>
 
-#include "desktop/quorvel/settings/property_list.h"
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
 #include "tools/doctor/check.h"
 
 namespace tools {
@@ -19,16 +18,9 @@ constexpr const char* advice = " Install the product again.";
 
 /// Nothing where the file is no table.
 std::optional<Keys> keysIn(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream) return std::nullopt;
-    objc::Object read;
-    try {
-        // A table is a property list without its braces.
-        read = quorvel::dictionaryInPropertyList('{' + content + '}');
-    } catch (...) {
-        read = {};  // Foundation raises on some malformed lists and answers nil on others.
-    }
+    const auto content = files::readFile(file, foundation::longestPropertyList);
+    const auto* text = std::get_if<std::string>(&content);
+    const auto read = text ? foundation::dictionaryInStringTable(*text) : objc::Object{};
     if (!read) return std::nullopt;
     Keys keys;
     const auto all = objc::send<"allKeys", objc::Object>(read);

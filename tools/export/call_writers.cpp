@@ -7,6 +7,7 @@
 #include "desktop/quorvel/store/page_copy.h"
 #include "tools/calls/json_fields.h"
 #include "tools/calls/selection.h"
+#include "tools/csv/csv_formula.h"
 #include "tools/json/json_text.h"
 
 namespace tools {
@@ -14,6 +15,8 @@ namespace {
 
 using quorvel::store::CallRecord;
 using quorvel::store::CallStore;
+using quorvel::store::Connection;
+using quorvel::store::guarded;
 using quorvel::store::ImportSession;
 using quorvel::store::NewCall;
 
@@ -27,8 +30,9 @@ std::string isoTime(std::int64_t seconds) {
     return iso.insert(iso.size() - 2, 1, ':');
 }
 
-std::string csvText(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+std::string csvText(const std::string& cell) {
+    const std::string text = asCell(cell);
+    if (text.find_first_of(",;\t\"\r\n") == std::string::npos) return text;
     std::string quoted = "\"";
     for (const char letter : text) quoted.append(letter == '"' ? 2 : 1, letter);
     return quoted += '"';
@@ -41,7 +45,7 @@ const char* faceTimeText(const CallRecord& call) {
 
 class CsvWriter : public CallWriter {
   public:
-    explicit CsvWriter(const std::filesystem::path& file) : output_(file) {
+    CsvWriter(const std::filesystem::path& file, files::Existing existing) : output_(file, existing) {
         output_.write(
             "date,address,kind,duration,facetime,name,label,contact,location,flags,face_time_data_size,extra\r\n");
     }
@@ -64,7 +68,7 @@ class CsvWriter : public CallWriter {
 
 class JsonWriter : public CallWriter {
   public:
-    explicit JsonWriter(const std::filesystem::path& file) : output_(file) {
+    JsonWriter(const std::filesystem::path& file, files::Existing existing) : output_(file, existing) {
         output_.write('{' + field(json::format, jsonText(json::formatOfCalls)) + ',' +
                       field(json::version, std::to_string(json::versionOfCalls)) + ",\n" + jsonText(json::calls) +
                       ":[");
@@ -104,10 +108,14 @@ class JsonWriter : public CallWriter {
 
 class LogWriter : public CallWriter {
   public:
-    explicit LogWriter(std::filesystem::path file) : file_(std::move(file)), unfinished_(file_) {
-        unfinished_ += ".unfinished";
-        quorvel::store::removeDatabase(unfinished_);
-        auto opened = CallStore::open(unfinished_);
+    LogWriter(std::filesystem::path file, files::Existing existing) : file_(std::move(file)), existing_(existing) {
+        auto made = guarded([&] { return quorvel::store::newFileBeside(file_); });
+        if (!made) {
+            trouble_ = made.error().message;
+            return;
+        }
+        made_ = *std::move(made);
+        auto opened = CallStore::open(made_->path());
         if (!opened) {
             trouble_ = opened.error().message;
             return;
@@ -118,11 +126,6 @@ class LogWriter : public CallWriter {
             session_ = *std::move(begun);
         else
             trouble_ = begun.error().message;
-    }
-    ~LogWriter() override {
-        session_.reset();
-        store_.reset();
-        quorvel::store::removeDatabase(unfinished_);
     }
     std::optional<std::string> write(const CallRecord& call) override {
         if (trouble_) return trouble_;
@@ -146,12 +149,12 @@ class LogWriter : public CallWriter {
         session_.reset();
         store_.reset();
         if (!written) return written.error().message;
-        const auto named = quorvel::store::guarded([&] {
+        const auto named = guarded([&] {
             {
-                quorvel::store::Connection log(unfinished_, quorvel::store::Connection::Use::write, {}, {});
+                Connection log(made_->path(), Connection::Use::write, {}, {});
                 log.execute("pragma journal_mode = delete");
             }
-            quorvel::store::renameOnDisk(unfinished_, file_);
+            quorvel::store::publish(*made_, file_, existing_);
             return quorvel::store::Done{};
         });
         return named ? std::nullopt : std::optional(named.error().message);
@@ -159,7 +162,8 @@ class LogWriter : public CallWriter {
 
   private:
     std::filesystem::path file_;
-    std::filesystem::path unfinished_;
+    files::Existing existing_;
+    std::optional<files::NewFile> made_;  // before the store, which is closed first
     std::optional<CallStore> store_;
     std::optional<ImportSession> session_;
     std::optional<std::string> trouble_;
@@ -167,8 +171,16 @@ class LogWriter : public CallWriter {
 
 }  // namespace
 
-std::unique_ptr<CallWriter> csvWriter(const std::filesystem::path& file) { return std::make_unique<CsvWriter>(file); }
-std::unique_ptr<CallWriter> jsonWriter(const std::filesystem::path& file) { return std::make_unique<JsonWriter>(file); }
-std::unique_ptr<CallWriter> logWriter(const std::filesystem::path& file) { return std::make_unique<LogWriter>(file); }
+std::unique_ptr<CallWriter> csvWriter(const std::filesystem::path& file, files::Existing existing) {
+    return std::make_unique<CsvWriter>(file, existing);
+}
+
+std::unique_ptr<CallWriter> jsonWriter(const std::filesystem::path& file, files::Existing existing) {
+    return std::make_unique<JsonWriter>(file, existing);
+}
+
+std::unique_ptr<CallWriter> logWriter(const std::filesystem::path& file, files::Existing existing) {
+    return std::make_unique<LogWriter>(file, existing);
+}
 
 }  // namespace tools

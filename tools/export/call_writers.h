@@ -22,10 +22,10 @@ class CallWriter {
 };
 
 /// Comma-separated values (RFC 4180) under a line of names; dates as ISO 8601 with the offset of the machine's zone.
-std::unique_ptr<CallWriter> csvWriter(const std::filesystem::path& file);
+std::unique_ptr<CallWriter> csvWriter(const std::filesystem::path& file, files::Existing existing);
 /// JSON of the names in tools/calls/json_fields.h, a line a call.
-std::unique_ptr<CallWriter> jsonWriter(const std::filesystem::path& file);
+std::unique_ptr<CallWriter> jsonWriter(const std::filesystem::path& file, files::Existing existing);
 /// A log of its own, which needs a file.
-std::unique_ptr<CallWriter> logWriter(const std::filesystem::path& file);
+std::unique_ptr<CallWriter> logWriter(const std::filesystem::path& file, files::Existing existing);
 
 }  // namespace tools

@@ -27,6 +27,8 @@ struct Options {
     std::optional<Format> format;
     std::string file;
     bool force = false;
+
+    files::Existing existing() const { return force ? files::Existing::replaced : files::Existing::refused; }
 };
 
 const std::map<std::string, Format>& formats() {
@@ -43,16 +45,17 @@ Format formatOf(const Options& options) {
     return found == formats().end() ? Format::csv : found->second;
 }
 
-std::unique_ptr<CallWriter> writerOf(Format format, const std::string& file) {
-    if (format == Format::json) return jsonWriter(file);
-    return format == Format::db ? logWriter(file) : csvWriter(file);
+std::unique_ptr<CallWriter> writerOf(Format format, const Options& options) {
+    if (format == Format::json) return jsonWriter(options.file, options.existing());
+    if (format == Format::db) return logWriter(options.file, options.existing());
+    return csvWriter(options.file, options.existing());
 }
 
 int exportCalls(Session& session, const Options& options, Format format) {
     constexpr std::size_t chunk = 1000;
     const auto chosen = chosenCalls(session.calls(), *options.selection);
     if (!chosen) return complain(chosen.error().message);
-    const auto writer = writerOf(format, options.file);
+    const auto writer = writerOf(format, options);
     ProgressBar bar("Exporting");
     for (std::size_t at = 0; at < chosen->size(); at += chunk) {
         const auto rowIds = std::span(*chosen).subspan(at, std::min(chunk, chosen->size() - at));
@@ -84,7 +87,7 @@ int exportContacts(Session& session, const Options& options) {
     }
     auto chosen = *Book::shared().all();
     contacts::sortByName(chosen, contacts::NameOrder::lastName);
-    Output output(options.file);
+    Output output(options.file, options.existing());
     for (auto& contact : chosen) {
         if (!all && !wanted.contains(contact.record)) continue;
         contact.picture = Book::shared().picture(contact.record);
@@ -99,7 +102,7 @@ int exportChosen(Session& session, const Options& options) {
     if (format == Format::db && options.file.empty())
         return complain("A database needs a file: name one with --output FILE.db.", unusable);
     if (!options.file.empty())
-        if (const auto objection = objectionToFile(options.file, options.force)) return complain(*objection);
+        if (const auto objection = objectionToFile(options.file, options.existing())) return complain(*objection);
     return format == Format::vcf ? exportContacts(session, options) : exportCalls(session, options, format);
 }
 

@@ -1,61 +1,31 @@
-// Writing, and giving the file its name in the end.
+// What is wrong with an output, in sentences.
 #include "tools/export/output.h"
 
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
-#include <system_error>
-
 namespace tools {
+namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> objectionToFile(const fs::path& file, bool replaces) {
+std::string isThere(const fs::path& file) {
+    return "There is a file " + file.string() + " already. Name another one, or replace it with --force.";
+}
+
+}  // namespace
+
+std::optional<std::string> objectionToFile(const fs::path& file, files::Existing existing) {
     std::error_code ignored;
     const auto status = fs::status(file, ignored);
-    if (!fs::exists(status)) return std::nullopt;
     if (fs::is_directory(status)) return file.string() + " is a folder. Name a file.";
-    if (fs::is_regular_file(status) && !replaces)
-        return "There is a file " + file.string() + " already. Name another one, or replace it with --force.";
+    if (fs::is_regular_file(status) && existing == files::Existing::refused) return isThere(file);
     return std::nullopt;
-}
-
-Output::Output(fs::path file) : file_(std::move(file)) {
-    if (file_.empty()) {
-        stream_ = stdout;
-        return;
-    }
-    unfinished_ = file_.string() + ".unfinished";
-    stream_ = std::fopen(unfinished_.c_str(), "we");
-    if (!stream_) error_ = errno;
-}
-
-Output::~Output() {
-    if (file_.empty() || !stream_) return;
-    std::fclose(stream_);
-    std::error_code ignored;
-    fs::remove(unfinished_, ignored);
-}
-
-void Output::write(std::string_view text) {
-    if (error_ == 0 && std::fwrite(text.data(), 1, text.size(), stream_) != text.size()) error_ = errno;
-}
-
-std::string Output::cannot() const {
-    const std::string where = file_.empty() ? "The output" : "The file " + file_.string();
-    return where + " cannot be written: " + std::strerror(error_) + ". Name another file, or make room.";
 }
 
 std::optional<std::string> Output::finish() {
-    if (error_ == 0 && std::fflush(stream_) != 0) error_ = errno;
-    if (file_.empty()) return error_ == 0 ? std::nullopt : std::optional(cannot());
-    if (error_ == 0 && ::fsync(fileno(stream_)) != 0) error_ = errno;
-    if (error_ == 0 && std::rename(unfinished_.c_str(), file_.c_str()) != 0) error_ = errno;
-    if (error_ != 0) return cannot();
-    std::fclose(stream_);
-    stream_ = nullptr;
-    return std::nullopt;
+    const auto error = output_.finish();
+    if (!error) return std::nullopt;
+    if (error == std::errc::file_exists) return isThere(file_);
+    const std::string where = file_.empty() ? "The output" : "The file " + file_.string();
+    return where + " cannot be written: " + error.message() + ". Name another file, or make room.";
 }
 
 }  // namespace tools

@@ -1,6 +1,7 @@
 // Calls from comma-separated values: the header, then a call a record.
 #include "tools/import/csv_importer.h"
 
+#include "tools/csv/csv_formula.h"
 #include "tools/import/call_fields.h"
 #include "tools/import/written_fields.h"
 #include "tools/text/words.h"
@@ -67,8 +68,9 @@ Importer::Item CsvImporter::next() {
     auto read = reader_.next();
     if (!file_.trouble().empty()) return readError();
     if (auto* complaint = std::get_if<CsvComplaint>(&read)) return complaintAt(complaint->place, complaint->what);
-    const auto* record = std::get_if<CsvRecord>(&read);
+    auto* record = std::get_if<CsvRecord>(&read);
     if (!record) return End{};
+    for (auto& field : record->fields) field.text = textOfCell(field.text);
     place_ = record->fields.front().place;
     if (record->fields.size() != columns_.count)
         return complaintAt(record->end, "The line has " + std::to_string(record->fields.size()) +

@@ -50,7 +50,7 @@ int restore(Session& session, const std::string& file) {
                     restored.former.c_str());
     }
     if (restored.wasDamaged) std::puts("Start a Phone that is open anew: it still has the damaged file.");
-    return session.announce(databaseRestored);
+    return session.announceChange(databaseRestored);
 }
 
 }  // namespace

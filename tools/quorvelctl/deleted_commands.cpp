@@ -36,7 +36,7 @@ int undelete(Session& session, const std::vector<std::int64_t>& rowIds, bool all
     const auto restored = all ? session.calls().undeleteAll() : session.calls().undelete(rowIds);
     if (!restored) return complain(restored.error().message);
     std::printf("%lld %s back.\n", static_cast<long long>(*restored), *restored == 1 ? "call is" : "calls are");
-    int status = *restored > 0 ? session.announce(databaseRestored) : succeeded;
+    int status = *restored > 0 ? session.announceChange(databaseRestored) : succeeded;
     for (const std::int64_t rowId : rowIds) {
         const auto call = session.calls().call(rowId);
         if (!call) return complain(call.error().message);

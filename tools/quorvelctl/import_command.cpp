@@ -24,7 +24,7 @@ int import(Session& session, const std::vector<std::string>& files, const Import
     for (const auto& file : files)
         if (!run.take(file)) return failed;
     const int status = run.finish();
-    return run.hasChanged() ? session.announce(databaseRestored) : status;
+    return run.hasChanged() ? session.announceChange(databaseRestored) : status;
 }
 
 int generate(Session& session, const quorvel::GenerateOptions& options) {
@@ -50,7 +50,7 @@ int generate(Session& session, const quorvel::GenerateOptions& options) {
     const auto written = run.finish();
     if (!written) return complain(written.error().message);
     std::printf("%lld calls generated.\n", static_cast<long long>(*written));
-    return session.announce(databaseRestored);
+    return session.announceChange(databaseRestored);
 }
 
 }  // namespace

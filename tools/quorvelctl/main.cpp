@@ -5,11 +5,15 @@
 #include <cstdio>
 #include <cstring>
 
+#include "desktop/files/private_files.h"
+#include "desktop/foundation/process.h"
 #include "desktop/uncaught/uncaught_exceptions.h"
 #include "objc/strong.h"
 #include "tools/quorvelctl/program.h"
 
 int main(int argumentCount, char** arguments) {
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     uncaught::openStandardDescriptors();
     uncaught::reportExceptions("quorvelctl", STDERR_FILENO);
     const objc::AutoreleasePool pool;

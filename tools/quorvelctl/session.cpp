@@ -34,4 +34,10 @@ int Session::announce(std::string_view name) {
     return failure ? complain(failure->text) : succeeded;
 }
 
+int Session::announceChange(std::string_view name) {
+    if (announce(name) != succeeded)
+        complain("The change was made; a Phone that is open does not hear of it until it is started anew.");
+    return succeeded;
+}
+
 }  // namespace tools

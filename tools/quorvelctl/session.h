@@ -34,6 +34,9 @@ class Session {
     /// Tells the programs that have the data directory open. Answers `failed`, with a sentence, where that did not
     /// work.
     int announce(std::string_view name);
+    /// The same of a change that has been made: it stays made, so the answer is `succeeded` where it could not be
+    /// announced, with a sentence that says so.
+    int announceChange(std::string_view name);
 
   private:
     std::optional<quorvel::DataDirectory> directory_;

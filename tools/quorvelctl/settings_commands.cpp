@@ -37,7 +37,7 @@ int get(Session& session, const std::string& key) {
 int set(Session& session, const std::string& key, const std::string& value) {
     SettingsStore settings(session.directory().settings());
     if (const auto trouble = settings.set(key, value)) return complain(*trouble);
-    return session.announce(settingsChanged);
+    return session.announceChange(settingsChanged);
 }
 
 }  // namespace

@@ -154,9 +154,10 @@ cairo_status_t take(void* output, const unsigned char* bytes, unsigned int count
 
 bool isPlotName(const std::filesystem::path& file) { return file.extension() == ".svg" || file.extension() == ".png"; }
 
-std::optional<std::string> plot(const Statistics& statistics, const std::filesystem::path& file) {
+std::optional<std::string> plot(const Statistics& statistics, const std::filesystem::path& file,
+                                files::Existing existing) {
     constexpr double pngScale = 2;
-    Output output(file);
+    Output output(file, existing);
     const bool isPng = file.extension() == ".png";
     struct Destroy {
         void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }

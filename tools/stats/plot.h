@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "desktop/files/rename.h"
 #include "tools/stats/statistics.h"
 
 namespace tools {
@@ -13,6 +14,7 @@ namespace tools {
 bool isPlotName(const std::filesystem::path& file);
 
 /// Draws into the file, which takes its name once it is complete. Answers what went wrong.
-std::optional<std::string> plot(const Statistics& statistics, const std::filesystem::path& file);
+std::optional<std::string> plot(const Statistics& statistics, const std::filesystem::path& file,
+                                files::Existing existing);
 
 }  // namespace tools

@@ -18,6 +18,8 @@ struct Options {
     std::size_t top = 10;
     std::string plotFile;
     bool force = false;
+
+    files::Existing existing() const { return force ? files::Existing::replaced : files::Existing::refused; }
 };
 
 void print(const Statistics& statistics, std::size_t top) {
@@ -46,7 +48,7 @@ int stats(Session& session, const Options& options) {
         if (!isPlotName(options.plotFile))
             return complain("A plot is a picture: name it FILE.svg or FILE.png, not " + options.plotFile + '.',
                             unusable);
-        if (const auto objection = objectionToFile(options.plotFile, options.force)) return complain(*objection);
+        if (const auto objection = objectionToFile(options.plotFile, options.existing())) return complain(*objection);
     }
     Statistics statistics;
     const auto read = eachCall(session.calls(), *options.selection, [&](const quorvel::store::CallRecord& call) {
@@ -56,7 +58,7 @@ int stats(Session& session, const Options& options) {
     if (!read) return complain(read.error().message);
     print(statistics, options.top);
     if (options.plotFile.empty()) return succeeded;
-    const auto trouble = plot(statistics, options.plotFile);
+    const auto trouble = plot(statistics, options.plotFile, options.existing());
     return trouble ? complain(*trouble) : succeeded;
 }
 

@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
 #include "desktop/quorvel/services/built_in_texts.h"
 #include "desktop/quorvel/services/plural_format.h"
 #include "desktop/uikit/text.h"
@@ -15,36 +16,20 @@ namespace {
 
 constexpr std::string_view usualLanguage = "en";
 
-/// The dictionary that a table's content makes; null where it is none.
-objc::Strong<> dictionaryOf(std::string_view content) {
-    const std::string list = "{" + std::string(content) + "}";
-    const auto data = objc::sendClass<"NSData", "dataWithBytes:length:", objc::Object>(
-        static_cast<const void*>(list.data()), static_cast<unsigned long>(list.size()));
-    objc::Object read;
-    try {
-        read =
-            objc::sendClass<"NSPropertyListSerialization", "propertyListWithData:options:format:error:", objc::Object>(
-                data, 0UL, static_cast<void*>(nullptr), static_cast<void*>(nullptr));
-    } catch (...) {
-        read = {};  // Foundation raises on some malformed lists and answers nil on others.
-    }
-    return objc::isKindOf(read, objc::classNamed<"NSDictionary">()) ? objc::Strong<>(read) : objc::Strong<>();
-}
-
 /// The dictionary in the file; null, with a sentence, where there is none.
 objc::Strong<> dictionaryIn(const std::filesystem::path& file, std::vector<std::string>& trouble) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream) {
+    const auto content = files::readFile(file, foundation::longestPropertyList);
+    const auto* text = std::get_if<std::string>(&content);
+    if (!text && std::get<std::error_code>(content) != std::errc::file_too_large) {
         trouble.push_back("The texts in " + file.string() + " cannot be read. Install the product's texts again.");
         return {};
     }
-    auto read = dictionaryOf(content);
-    if (!read)
-        trouble.push_back("The texts in " + file.string() +
-                          " are damaged; English is shown for them. The file was left as it is: install the product's "
-                          "texts again.");
-    return read;
+    if (const auto read = text ? foundation::dictionaryInStringTable(*text) : objc::Object{})
+        return objc::Strong<>(read);
+    trouble.push_back("The texts in " + file.string() +
+                      " are damaged; English is shown for them. The file was left as it is: install the product's "
+                      "texts again.");
+    return {};
 }
 
 /// Shows each key with its value.
@@ -76,8 +61,8 @@ TextTable TextTable::read(const std::filesystem::path& folder, const std::string
 TextTable TextTable::builtIn() {
     std::vector<std::string> trouble;
     TextTable table;
-    table.addStrings(dictionaryOf(builtInStrings()), {}, trouble);
-    table.addPlurals(dictionaryOf(builtInPlurals()), std::string(usualLanguage), {}, trouble);
+    table.addStrings(objc::Strong<>(foundation::dictionaryInStringTable(builtInStrings())), {}, trouble);
+    table.addPlurals(objc::Strong<>(foundation::dictionaryInStringTable(builtInPlurals())), std::string(usualLanguage), {}, trouble);
     return table;
 }
 

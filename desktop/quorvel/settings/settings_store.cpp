@@ -6,19 +6,17 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
-#include "desktop/quorvel/settings/property_list.h"
+#include "desktop/files/new_file.h"
+#include "desktop/files/regular_file.h"
+#include "desktop/foundation/property_list.h"
 
 namespace quorvel {
 namespace {
 
 namespace fs = std::filesystem;
 using Kind = SettingDescription::Kind;
-
-std::string reason(int error) { return std::system_category().message(error); }
 
 /// Keeps other processes that would change files of the folder waiting. Where the folder cannot be locked, nobody can
 /// write there either.
@@ -33,55 +31,10 @@ class FolderLock {
     ~FolderLock() {
         if (descriptor_ >= 0) ::close(descriptor_);
     }
-    /// Puts renamed files on disk.
-    void sync() const {
-        if (descriptor_ >= 0) fsync(descriptor_);
-    }
 
   private:
     int descriptor_;
 };
-
-fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : fs::path("."); }
-
-fs::path freeName(const fs::path& file) {
-    for (int i = 1;; ++i) {
-        fs::path name = file.string() + ".damaged-" + std::to_string(i);
-        std::error_code error;
-        if (!fs::exists(fs::symlink_status(name, error))) return name;
-    }
-}
-
-/// Writes the bytes to a new file and puts them on disk; 0, or the number of the error.
-int writeNewFile(const fs::path& file, std::string_view bytes) {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (descriptor < 0) return errno;
-    int error = 0;
-    while (!bytes.empty() && error == 0) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count >= 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            error = errno;
-        }
-    }
-    if (error == 0 && ::fsync(descriptor) != 0) error = errno;
-    if (::close(descriptor) != 0 && error == 0) error = errno;
-    return error;
-}
-
-/// The whole file; nothing, and errno, where it cannot be read.
-std::optional<std::string> contentOf(const fs::path& file) {
-    std::error_code unknown;
-    if (fs::is_directory(file, unknown)) {  // it would open well, and throw when it is read
-        errno = EISDIR;
-        return std::nullopt;
-    }
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) return std::nullopt;
-    std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    return stream.bad() ? std::nullopt : std::optional(std::move(bytes));
-}
 
 std::string knownKeys() {
     std::string known;
@@ -92,32 +45,36 @@ std::string knownKeys() {
 }  // namespace
 
 std::optional<std::string> SettingsStore::load() {
-    const FolderLock lock(folderOf(file_));
+    const FolderLock lock(files::folderOf(file_));
     return read();
 }
 
 std::optional<std::string> SettingsStore::read() {
     values_ = objc::make<objc::Object>(objc::classNamed<"NSMutableDictionary">());
-    const auto bytes = contentOf(file_);
-    if (!bytes) {
-        if (errno == ENOENT) return std::nullopt;
-        return "The settings in " + file_.string() + " cannot be read: " + reason(errno) +
+    const auto content = files::readFile(file_, foundation::longestPropertyList);
+    const auto* bytes = std::get_if<std::string>(&content);
+    const auto error = bytes ? std::error_code() : std::get<std::error_code>(content);
+    if (error == std::errc::no_such_file_or_directory) return std::nullopt;
+    // More than settings can ever be is damage.
+    if (error && error != std::errc::file_too_large) {
+        return "The settings in " + file_.string() + " cannot be read: " + files::reasonOf(error) +
                ". The usual ones are used. Check what is there, and its permissions.";
     }
-    if (const auto found = dictionaryInPropertyList(*bytes)) {
+    if (const auto found = bytes ? foundation::dictionaryInPropertyList(*bytes) : objc::Object{}) {
         objc::send<"setDictionary:">(values_.get(), found);
         return std::nullopt;
     }
-    const auto aside = freeName(file_);
-    if (::rename(file_.c_str(), aside.c_str()) != 0)
+    const auto renamed = files::setAside(file_);
+    if (const auto* trouble = std::get_if<std::error_code>(&renamed)) {
         return "The settings in " + file_.string() + " are damaged; the usual ones are used. The file cannot be set " +
-               "aside: " + reason(errno) + ". Move it away.";
+               "aside: " + trouble->message() + ". Move it away.";
+    }
     return "The settings in " + file_.string() + " are damaged; the usual ones are used. The file was kept as " +
-           aside.string() + ".";
+           std::get<fs::path>(renamed).string() + ".";
 }
 
 objc::Object SettingsStore::stored(const SettingDescription& setting) const {
-    return objc::send<"objectForKey:", objc::Object>(values_.get(), propertyText(setting.key));
+    return objc::send<"objectForKey:", objc::Object>(values_.get(), foundation::propertyText(setting.key));
 }
 
 std::optional<std::int64_t> SettingsStore::storedNumber(const SettingDescription& setting) const {
@@ -174,31 +131,35 @@ std::optional<std::string> SettingsStore::set(std::string_view key, std::string_
     if (!setting) return "There is no setting " + std::string(key) + "; there are " + knownKeys() + ".";
     objc::Object value;
     if (const auto words = parseText(*setting, text)) {
-        value = propertyText(*words);
+        value = foundation::propertyText(*words);
     } else if (const auto number = parseNumber(*setting, text)) {
         value = setting->kind == Kind::Switch
                     ? objc::sendClass<"NSNumber", "numberWithBool:", objc::Object>(*number != 0)
                     : objc::sendClass<"NSNumber", "numberWithLongLong:", objc::Object>(static_cast<long long>(*number));
     }
     if (!value) return std::string(key) + " takes " + acceptedValues(*setting) + ", not \"" + std::string(text) + "\".";
-    const FolderLock lock(folderOf(file_));
+    const FolderLock lock(files::folderOf(file_));
     if (const auto trouble = read()) return *trouble + " Nothing was set.";
-    objc::send<"setObject:forKey:">(values_.get(), value, propertyText(key));
+    objc::send<"setObject:forKey:">(values_.get(), value, foundation::propertyText(key));
     if (const auto trouble = write()) {
         read();
         return trouble;
     }
-    lock.sync();
     return std::nullopt;
 }
 
+std::error_code SettingsStore::writeWhole() const {
+    auto made = files::NewFile::beside(file_);
+    if (const auto* error = std::get_if<std::error_code>(&made)) return *error;
+    auto& whole = std::get<files::NewFile>(made);
+    if (const auto error = whole.write(foundation::xmlPropertyList(values_.get()))) return error;
+    return whole.publish(file_, files::Existing::replaced);
+}
+
 std::optional<std::string> SettingsStore::write() const {
-    const fs::path temporary = file_.string() + ".new-" + std::to_string(getpid());
-    int error = writeNewFile(temporary, xmlPropertyList(values_.get()));
-    if (error == 0 && ::rename(temporary.c_str(), file_.c_str()) != 0) error = errno;
-    if (error == 0) return std::nullopt;
-    ::unlink(temporary.c_str());
-    return "The settings in " + file_.string() + " cannot be written: " + reason(error) +
+    const auto error = writeWhole();
+    if (!error) return std::nullopt;
+    return "The settings in " + file_.string() + " cannot be written: " + error.message() +
            ". Nothing was changed. Make room, or make the folder writable.";
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "desktop/quorvel/settings/setting_table.h"
@@ -43,6 +44,7 @@ class SettingsStore {
   private:
     std::optional<std::string> read();
     std::optional<std::string> write() const;
+    std::error_code writeWhole() const;
     std::optional<std::int64_t> storedNumber(const SettingDescription& setting) const;
     std::optional<std::string> storedText(const SettingDescription& setting) const;
     objc::Object stored(const SettingDescription& setting) const;

@@ -144,7 +144,7 @@ class FormerLog {
         if (version == version_) return;
         version_ = version;
         if (reading_.integerOf("select exists (select 1 from call) or exists (select 1 from deleted)") == 0) return;
-        copyToFile(reading_, name_, {});
+        copyToFile(reading_, name_, isCopied_ ? Existing::replaced : Existing::refused, {});
         isCopied_ = true;
     }
     /// The log holds something else now. Answers where it is kept; empty where it was not.
@@ -166,7 +166,7 @@ Restored replaceContents(const fs::path& path, const fs::path& staging, const Ba
     prepareSchema(log, options.log.busyBound);
     if (log.isReadOnly()) throw Failure{errorOf(SQLITE_READONLY, "it may not be written", path)};
     configure(log, Connection::Use::write);
-    const std::string stagingName = staging.string();
+    const std::string stagingName = databaseName(staging);
     log.statement("attach ?1 as restored").bind(1, stagingName).run();
     FormerLog former(path, options.log);
     // Others may write meanwhile; what they wrote is copied once more while nobody can.
@@ -202,7 +202,7 @@ Result<Done> backUp(const fs::path& log, const fs::path& file, const BackupOptio
         Connection from(log, Connection::Use::read, options.log.busyBound, options.log.fileSystem);
         prepareSchema(from, options.log.busyBound);
         const Transaction moment(from, Transaction::Kind::read);
-        copyToFile(from, file, options.progress);
+        copyToFile(from, file, options.existing, options.progress);
         return Done{};
     });
 }
@@ -230,6 +230,7 @@ Result<Restored> restore(const fs::path& backup, const fs::path& log, const Back
             restored.former = replaceLog(log, staging.file(), "before", momentOf(options.log));
         }
         restored.mended = std::move(mended);
+        restored.removed = removeOldFormerLogs(log, backup);
         return restored;
     });
 }

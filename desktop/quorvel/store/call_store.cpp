@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 
+#include "desktop/files/rename.h"
 #include "desktop/quorvel/store/call_store_impl.h"
 #include "desktop/quorvel/store/local_days.h"
 #include "desktop/quorvel/store/mend.h"
@@ -46,26 +47,14 @@ CallStore::~CallStore() = default;
 const std::filesystem::path& CallStore::path() const { return impl_->path(); }
 
 Result<std::filesystem::path> CallStore::setAside(const std::filesystem::path& path) {
-    std::error_code error;
-    for (int number = 1;; ++number) {
-        std::filesystem::path aside = path;
-        aside += setAsideWord + std::to_string(number);
-        if (std::filesystem::exists(aside, error)) continue;
-        // The log beside the file goes first: without it the file must not be opened again under its old name.
-        for (const char* suffix : {"-wal", "-shm", ""}) {
-            std::filesystem::path from = path, to = aside;
-            from += suffix;
-            to += suffix;
-            if (*suffix != '\0' && !std::filesystem::exists(from, error)) continue;
-            std::filesystem::rename(from, to, error);
-            if (error) {
-                return Error{ErrorKind::unreadable, "The file " + from.string() + " cannot be renamed to " +
-                                                        to.string() + ": " + error.message() +
-                                                        ". Allow writing to its folder."};
-            }
-        }
-        return aside;
+    // The log beside the file goes first: without it the file must not be opened again under its old name.
+    static constexpr const char* beside[] = {"-wal", "-shm"};
+    auto aside = files::setAside(path, beside);
+    if (const auto* error = std::get_if<std::error_code>(&aside)) {
+        return Error{ErrorKind::unreadable, "The file " + path.string() + " cannot be set aside: " + error->message() +
+                                                ". Allow writing to its folder."};
     }
+    return std::get<std::filesystem::path>(std::move(aside));
 }
 
 Result<Page> CallStore::page(Filter filter, Mode mode, const Cursor& after, std::int64_t limit) const {

@@ -7,6 +7,8 @@
 #include <mutex>
 #include <new>
 
+#include "desktop/files/private_files.h"
+
 namespace quorvel::store {
 namespace {
 
@@ -86,6 +88,10 @@ Error errorOf(int code, const std::string& detail, const std::filesystem::path& 
 
 Failure failureOf(int code, const std::string& detail, const std::filesystem::path& path) {
     return {errorOf(code, detail, path), code};
+}
+
+std::string databaseName(const std::filesystem::path& file) {
+    return file.is_absolute() ? file.string() : (std::filesystem::path(".") / file).string();
 }
 
 Statement::Statement(sqlite3* database, std::string_view text, const std::filesystem::path& path) : path_(&path) {
@@ -169,7 +175,9 @@ Connection::Connection(std::filesystem::path path, Use use, std::chrono::millise
     if (use == Use::write) access |= SQLITE_OPEN_CREATE;
     if (use == Use::readFileOnly) access = SQLITE_OPEN_READONLY;
     if (use == Use::readUnchanging) access = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
-    const std::string name = use == Use::readUnchanging ? unchangingName(path_) : path_.string();
+    const std::string name = use == Use::readUnchanging ? unchangingName(path_) : databaseName(path_);
+    // What SQLite keeps beside the file gets the file's own mode.
+    if (use == Use::write) files::makePrivateFile(path_);
     sqlite3* database = nullptr;
     const int code = sqlite3_open_v2(name.c_str(), &database, access | SQLITE_OPEN_NOMUTEX,
                                      fileSystem.empty() ? nullptr : fileSystem.c_str());

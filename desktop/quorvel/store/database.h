@@ -23,6 +23,9 @@ struct Failure {
     int code = SQLITE_OK;  ///< SQLite's extended code, where it reported the failure.
 };
 
+/// The name by which SQLite opens the file and nothing else: never one that it takes for a URI or for memory.
+std::string databaseName(const std::filesystem::path& file);
+
 /// A prepared statement. Parameters are numbered from 1, columns from 0.
 class Statement {
   public:
@@ -92,6 +95,7 @@ class Connection {
         readUnchanging  ///< The same of a file that nobody changes meanwhile: nothing is made or kept beside it.
     };
 
+    /// With `write` a file that is not there is made, for its user alone.
     Connection(std::filesystem::path path, Use use, std::chrono::milliseconds busyBound, const std::string& fileSystem);
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

@@ -1,23 +1,16 @@
 // Names are taken and given up in an order that always leaves a log.
 #include "desktop/quorvel/store/log_files.h"
 
-#include <signal.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <charconv>
+#include <algorithm>
 #include <ctime>
+#include <regex>
+#include <tuple>
 
 #include "desktop/quorvel/store/page_copy.h"
 
 namespace quorvel::store {
-namespace {
 
 namespace fs = std::filesystem;
-
-constexpr const char* staged = ".restoring-";
-
-}  // namespace
 
 fs::path with(fs::path path, const std::string& suffix) {
     path += suffix;
@@ -43,21 +36,32 @@ fs::path formerName(const fs::path& log, const std::string& why, std::int64_t mo
     return name;
 }
 
-Staging::Staging(const fs::path& log) : file_(with(log, staged + std::to_string(getpid()))) {
-    const std::string beginning = with(log.filename(), staged).string();
+std::vector<fs::path> removeOldFormerLogs(const fs::path& log, const fs::path& exceptFor) {
+    // Nothing but what formerName() makes: a copy of the user's own may be called much the same.
+    static const std::regex ending(R"(\.before(-mending)?-(\d{4}-\d\d-\d\d-\d{6})(?:-(\d{1,9}))?)");
+    std::vector<std::tuple<std::string, long, fs::path>> found;
+    const std::string beginning = log.filename().string();
     std::error_code ignored;
-    for (const auto& entry : fs::directory_iterator(fs::absolute(log).parent_path(), ignored)) {
-        const std::string name = entry.path().filename().string();
-        if (!name.starts_with(beginning)) continue;
-        int process = 0;
-        std::from_chars(name.data() + beginning.size(), name.data() + name.size(), process);
-        const bool isAbandoned = process > 0 && ::kill(process, 0) != 0 && errno == ESRCH;
-        if (isAbandoned) fs::remove(entry.path(), ignored);
+    const fs::path folder = files::folderOf(log);
+    for (const auto& name : files::namesIn(folder)) {
+        const fs::path file = folder / name;
+        if (!name.starts_with(beginning) || fs::equivalent(file, exceptFor, ignored)) continue;
+        std::smatch parts;
+        const std::string rest = name.substr(beginning.size());
+        if (!std::regex_match(rest, parts, ending)) continue;
+        found.emplace_back(parts[2].str(), parts[3].matched ? std::stol(parts[3].str()) : 1, file);
     }
-    removeDatabase(file_);
+    std::ranges::sort(found, std::greater());
+    std::vector<fs::path> removed;
+    for (std::size_t at = mostFormerLogs; at < found.size(); ++at) {
+        const auto& [when, number, file] = found[at];
+        removeDatabase(file);
+        if (!isThere(file)) removed.push_back(file);
+    }
+    return removed;
 }
 
-Staging::~Staging() { removeDatabase(file_); }
+Staging::Staging(const fs::path& log) : made_(newFileBeside(log)) {}
 
 fs::path replaceLog(const fs::path& log, const fs::path& staging, const std::string& why, std::int64_t moment) {
     const fs::path former = formerName(log, why, moment);

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
+#include "desktop/files/new_file.h"
 #include "desktop/quorvel/store/call_store.h"
 
 namespace quorvel::store {
@@ -20,17 +22,24 @@ std::int64_t momentOf(const OpenOptions& options);
 /// A free name that says why and when the log was replaced: PATH.WHY-YYYY-MM-DD-HHMMSS.
 std::filesystem::path formerName(const std::filesystem::path& log, const std::string& why, std::int64_t moment);
 
-/// A database in the making beside the log, gone with the object. Those that killed processes have left go with it.
+/// How many of the logs that were replaced or mended stay beside a log.
+constexpr std::size_t mostFormerLogs = 10;
+
+/// Removes the oldest logs of before a restoring or mending, so that `mostFormerLogs` stay beside `exceptFor`, which is
+/// never removed. Answers which ones; what cannot be removed stays.
+std::vector<std::filesystem::path> removeOldFormerLogs(const std::filesystem::path& log,
+                                                       const std::filesystem::path& exceptFor);
+
+/// A database in the making beside the log, gone with the object.
 class Staging {
   public:
+    /// Throws Failure.
     explicit Staging(const std::filesystem::path& log);
-    ~Staging();
-    Staging(const Staging&) = delete;
-    Staging& operator=(const Staging&) = delete;
-    const std::filesystem::path& file() const { return file_; }
+    const std::filesystem::path& file() const { return made_.path(); }
+    files::NewFile& made() { return made_; }
 
   private:
-    std::filesystem::path file_;
+    files::NewFile made_;
 };
 
 /// Puts the staged log, which nobody has open, in the place of one that cannot be read any more, and answers the name

@@ -1,11 +1,7 @@
 // SQLite copies the pages; names change only once a file is whole.
 #include "desktop/quorvel/store/page_copy.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <cstring>
 
 #include "desktop/quorvel/store/care.h"
 
@@ -19,23 +15,15 @@ constexpr int pagesOfAStep = 1024;
 constexpr std::int64_t stepsToSpare = 8;
 constexpr std::chrono::milliseconds nobodyElse{0};
 
-/// A file that goes away again unless it gets its name.
-class Unfinished {
-  public:
-    explicit Unfinished(fs::path file) : file_(std::move(file)) { removeDatabase(file_); }
-    ~Unfinished() { removeDatabase(file_); }
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
-    const fs::path& file() const { return file_; }
-
-  private:
-    fs::path file_;
-};
-
-[[noreturn]] void failWriting(const fs::path& file, int code) {
-    const ErrorKind kind = code == ENOSPC || code == EDQUOT ? ErrorKind::full : ErrorKind::unreadable;
-    throw Failure{{kind, "The file " + file.string() + " cannot be written: " + std::strerror(code) +
-                             ". Choose another place, or make this one writable."}};
+[[noreturn]] void failWriting(const fs::path& file, const std::error_code& error) {
+    if (error == std::errc::file_exists) {
+        throw Failure{{ErrorKind::badInput,
+                       "There is a file " + file.string() + " already. Name another one, or have it replaced."}};
+    }
+    const bool isFull = error == std::errc::no_space_on_device || error.value() == EDQUOT;
+    throw Failure{{isFull ? ErrorKind::full : ErrorKind::unreadable,
+                   "The file " + file.string() + " cannot be written: " + error.message() +
+                       ". Choose another place, or make this one writable."}};
 }
 
 }  // namespace
@@ -63,22 +51,27 @@ void copyPages(Connection& from, Connection& to, const std::function<void(double
     throw Failure{errorOf(code, sqlite3_errstr(code), isOfTheSource ? from.path() : to.path())};
 }
 
-void copyToFile(Connection& from, const fs::path& file, const std::function<void(double)>& progress) {
-    fs::path name = file;
-    name += ".unfinished";
-    const Unfinished unfinished(name);
-    // SQLite does not say why a file cannot be made.
-    const int made = ::open(name.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0666);
-    if (made < 0) failWriting(file, errno);
-    ::close(made);
+files::NewFile newFileBeside(const fs::path& file) {
+    auto made = files::NewFile::beside(file);
+    if (const auto* error = std::get_if<std::error_code>(&made)) failWriting(file, *error);
+    return std::get<files::NewFile>(std::move(made));
+}
+
+void publish(files::NewFile& made, const fs::path& file, files::Existing existing) {
+    if (const auto error = made.publish(file, existing)) failWriting(file, error);
+}
+
+void copyToFile(Connection& from, const fs::path& file, files::Existing existing,
+                const std::function<void(double)>& progress) {
+    auto made = newFileBeside(file);
     {
-        Connection to(name, Connection::Use::write, nobodyElse, {});
+        Connection to(made.path(), Connection::Use::write, nobodyElse, {});
         copyPages(from, to, progress);
         to.execute("pragma journal_mode = delete");
         if (const auto damage = findDamage(to); !damage.empty())
             throw Failure{errorOf(SQLITE_CORRUPT, damage.front(), from.path())};
     }
-    renameOnDisk(name, file);
+    publish(made, file, existing);
 }
 
 void removeDatabase(const fs::path& file) {
@@ -91,15 +84,7 @@ void removeDatabase(const fs::path& file) {
 }
 
 void renameOnDisk(const fs::path& from, const fs::path& to) {
-    if (std::rename(from.c_str(), to.c_str()) != 0) failWriting(to, errno);
-    const fs::path parent = fs::absolute(to).parent_path();
-    const int folder = ::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0) failWriting(to, errno);
-    const int status = ::fsync(folder);
-    const int code = errno;
-    ::close(folder);
-    // Some file systems have no such operation on folders; their names are as safe as they get.
-    if (status != 0 && code != EINVAL) failWriting(to, code);
+    if (const auto error = files::renameOnDisk(from, to, files::Existing::replaced)) failWriting(to, error);
 }
 
 }  // namespace quorvel::store

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "desktop/files/new_file.h"
 #include "desktop/quorvel/store/database.h"
 
 namespace quorvel::store {
@@ -12,9 +13,16 @@ namespace quorvel::store {
 /// much is done.
 void copyPages(Connection& from, Connection& to, const std::function<void(double)>& progress);
 
+/// Makes a file beside the one that it will become. Throws Failure.
+files::NewFile newFileBeside(const std::filesystem::path& file);
+
+/// Gives the file its name, on disk. Throws Failure: badInput where the name is taken and that is refused.
+void publish(files::NewFile& made, const std::filesystem::path& file, files::Existing existing);
+
 /// Copies the database into a new file of that name that needs nothing beside it, is sound and is on disk. `from` has a
 /// transaction open. The file comes into being whole or not at all.
-void copyToFile(Connection& from, const std::filesystem::path& file, const std::function<void(double)>& progress);
+void copyToFile(Connection& from, const std::filesystem::path& file, files::Existing existing,
+                const std::function<void(double)>& progress);
 
 /// Removes a database and what SQLite keeps beside it, where they are there.
 void removeDatabase(const std::filesystem::path& file);
