@@ -90,7 +90,7 @@ TEST_F(LabelsTest, thatAFormerVersionStoredInAnotherLanguageAreUnderstood) {
 TEST_F(LabelsTest, ofLinkedCallsComeRightInTheLogToo) {
     saveAnna();
     addCall("+4930100", "Anna", "сотовый");
-    settle();
+    startIn("ru");
     ASSERT_EQ(contacts::linkCalls(*callStore()), std::nullopt);
     EXPECT_THAT(stored(), ElementsAre("mobile"));
 }

@@ -81,8 +81,8 @@ TEST_F(Wording, saysTheDayBelowWhereNothingStandsAbove) {
 TEST_F(Wording, inAnotherLanguage) {
     const auto shown =
         run("set isGroupByDate on\nset language de\n", "show\ntap row 0\nshow\ntap right\ntap left\nshow\n");
-    EXPECT_THAT(shown.linesOf("header").front(), "header \"2 Tage werden angezeigt\"");
-    EXPECT_THAT(shown.linesOf("header").back(), "header \"Samstag, 15. Juni 2024 · 3 angezeigt\"");
+    const std::string ofTheDay = "header \"Samstag, 15. Juni 2024 · 3 angezeigt\"";
+    EXPECT_THAT(shown.linesOf("header"), ElementsAre("header \"2 Tage werden angezeigt\"", ofTheDay, ofTheDay));
     EXPECT_THAT(shown.linesOf("sheet"), ElementsAre(HasSubstr("\"Alle Anrufe löschen (Samstag, 15. Juni 2024)?\"")));
 }
 
