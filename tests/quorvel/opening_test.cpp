@@ -1,7 +1,11 @@
 // Opening: damaged and foreign files; a new call announced.
+#include <signal.h>
+#include <sys/resource.h>
+
 #include <fstream>
 
 #include "desktop/dispatch/main_loop.h"
+#include "desktop/quorvel/services/guarded.h"
 #include "fixture.h"
 
 namespace quorvel::test {
@@ -39,6 +43,50 @@ TEST_F(OpeningTest, aForeignFileIsRefusedByNameAndStaysAsItIs) {
     EXPECT_NE(trouble->find("calls.db"), std::string::npos) << *trouble;
     EXPECT_EQ(contentOf(directory().calls()), content);
     EXPECT_EQ(callStore(), nullptr);
+}
+
+TEST_F(OpeningTest, withoutRoomForAnythingTheLogIsReadAndTheUserIsTold) {
+    add({{"100", noon}, {"101", noon + 60}});
+    closeCompanion();
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const auto former = signal(SIGXFSZ, SIG_IGN);
+    const rlimit none{0, usual.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+    const auto trouble = openCompanion(directory(), TEXTS_FOLDER);
+    std::int64_t found = 0;
+    bool isDeleted = true;
+    if (!trouble) {
+        read(10, 0, all);
+        found = static_cast<std::int64_t>(list(all).count());
+        isDeleted = objc::send<"removeCallsFromDB:date:", bool>(object(), all, objc::Object{});
+    }
+    setrlimit(RLIMIT_FSIZE, &usual);
+    signal(SIGXFSZ, former);
+    EXPECT_EQ(trouble, std::nullopt);
+    EXPECT_EQ(found, 2);
+    EXPECT_FALSE(isDeleted);
+    EXPECT_GT(dispatch::drainMainQueue(), 0U) << "nothing was to be shown";
+}
+
+class Thrower {
+  public:
+    std::int64_t number(std::int64_t of) {
+        if (of > 0) throw std::length_error("too long");
+        return of + 1;
+    }
+    bool succeeds() const { throw 7; }
+    objc::Strong<> list() { throw std::bad_alloc(); }
+};
+
+TEST_F(OpeningTest, whatAnOperationThrowsIsItsFailure) {
+    Thrower thrower;
+    EXPECT_EQ(guarded<&Thrower::number>(&thrower, -4), -3);
+    EXPECT_EQ(guarded<&Thrower::number>(&thrower, 4), 0);
+    EXPECT_FALSE(guarded<&Thrower::succeeds>(&thrower));
+    const auto list = guarded<&Thrower::list>(&thrower);
+    EXPECT_EQ(objc::as<NSArray>(list).count(), 0U);
+    EXPECT_NE(list.get(), objc::Object{});
 }
 
 TEST_F(OpeningTest, damagedSettingsAreSetAsideAndTheUsualOnesHold) {

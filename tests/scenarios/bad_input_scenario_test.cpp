@@ -85,8 +85,38 @@ TEST(BadInput, aDamagedCallLogIsSetAsideAndANewOneBegun) {
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_THAT(outcome.linesOf("rows "), ElementsAre("rows 0"));
     EXPECT_THAT(outcome.errors, HasSubstr("calls.db"));
+    ASSERT_THAT(outcome.linesOf("alert "), SizeIs(1));
+    EXPECT_THAT(outcome.linesOf("alert ").front(),
+                testing::AllOf(HasSubstr("calls.db.damaged-1"), HasSubstr("doctor --mend")));
     ASSERT_THAT(filesLike(handset, "calls.db.damaged"), testing::Not(IsEmpty()));
     EXPECT_EQ(contentOf(filesLike(handset, "calls.db.damaged").front()), damaged);
+}
+
+TEST(BadInput, aLogWithAWrongByteInItsHeaderKeepsNoPhoneFromStarting) {
+    for (const std::streamoff at : {3, 17, 18, 20, 47, 59, 61, 70}) {
+        const Handset handset;
+        handset.fill({oneCall()});
+        std::fstream(handset.file("calls.db"), std::ios::in | std::ios::out | std::ios::binary).seekp(at) << '\x77';
+        const auto outcome = handset.run("show\n");
+        EXPECT_EQ(outcome.status, 0) << at << ": " << outcome.errors;
+        EXPECT_THAT(outcome.linesOf("alert "), SizeIs(1)) << at;
+        EXPECT_THAT(filesLike(handset, "calls.db.damaged-1"), testing::Not(IsEmpty())) << at;
+    }
+}
+
+TEST(BadInput, aRowThatCannotBeIsSaidInTheWindow) {
+    const Handset handset;
+    handset.fill({oneCall()});
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(handset.file("calls.db").c_str(), &database), SQLITE_OK);
+    ASSERT_EQ(
+        sqlite3_exec(database, "update call set kind = 9; update state set touched = 0", nullptr, nullptr, nullptr),
+        SQLITE_OK);
+    ASSERT_EQ(sqlite3_close(database), SQLITE_OK);
+    const auto outcome = handset.run("show\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    ASSERT_THAT(outcome.linesOf("alert "), SizeIs(1));
+    EXPECT_THAT(outcome.linesOf("alert ").front(), HasSubstr("doctor --mend"));
 }
 
 TEST(BadInput, aFolderInPlaceOfTheCallLogIsRefused) {

@@ -183,8 +183,8 @@ TEST_P(DamagedLog, isPutRightOrRefusedAsABackup) {
         EXPECT_NE(restored.error().message.find("log was left as it is"), std::string::npos)
             << restored.error().message;
     }
-    CallStore store = openStore(other.file());
-    EXPECT_TRUE(store.append({}).ok());
+    EXPECT_TRUE(openStore(other.file()).append({}).ok());
+    useAll(other.file());
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, DamagedLog, testing::ValuesIn(changes),

@@ -126,6 +126,46 @@ TEST_F(Doctor, savesTheCallsThatCanBeReadOfADamagedLog) {
     EXPECT_TRUE(isKept);
 }
 
+TEST_F(Doctor, savesTheCallsOfALogThatIsCutOff) {
+    for (const char* suffix : {"calls.db-wal", "calls.db-shm"}) std::filesystem::remove(data(suffix));
+    std::filesystem::resize_file(data("calls.db"), std::filesystem::file_size(data("calls.db")) * 3 / 4);
+    expectFinding("calls.db");
+    EXPECT_THAT(expectMended(), AllOf(HasSubstr("calls could be read"), HasSubstr("are lost")));
+    EXPECT_GT(directory_.run("list --limit 5000").lines().size(), 500U);
+}
+
+TEST_F(Doctor, savesAllCallsOfALogWithAWrongByteInItsHeader) {
+    const auto before = list();
+    std::fstream(data("calls.db"), std::ios::in | std::ios::out | std::ios::binary).seekp(47) << '\x77';
+    expectFinding("header is damaged");
+    EXPECT_THAT(expectMended(), AllOf(HasSubstr("3000 calls could be read"), Not(HasSubstr("are lost"))));
+    EXPECT_EQ(list(), before);
+}
+
+TEST_F(Doctor, bringsTheCallsOfALogBackThatWasSetAside) {
+    const auto before = list();
+    std::fstream(data("calls.db"), std::ios::in | std::ios::out | std::ios::binary).seekp(47) << '\x77';
+    ASSERT_TRUE(quorvel::store::CallStore::setAside(data("calls.db")).ok());
+    expectFinding("calls.db.damaged-1 was damaged and set aside");
+    EXPECT_THAT(expectMended(), AllOf(HasSubstr("3000 calls of"), HasSubstr("before-mending")));
+    EXPECT_EQ(list(), before);
+}
+
+TEST_F(Doctor, findsNothingInALogOfNoBytes) {
+    for (const char* suffix : {"calls.db-wal", "calls.db-shm"}) std::filesystem::remove(data(suffix));
+    directory_.write("data/calls.db", "");
+    const auto outcome = directory_.run("doctor");
+    EXPECT_EQ(outcome.status, 0) << outcome.output << outcome.errors;
+    EXPECT_EQ(std::filesystem::file_size(data("calls.db")), 0U);
+    EXPECT_EQ(directory_.run("list").status, 0);
+}
+
+TEST_F(Doctor, findsAndTakesOutACallThatCannotBe) {
+    change("calls.db", "update call set duration = -7 where ROWID = 5; update state set touched = 0");
+    expectFinding("number 5's duration is negative");
+    EXPECT_THAT(expectMended(), HasSubstr("2999 calls; 1 that cannot be stand in the copy alone"));
+}
+
 TEST_F(Doctor, leavesAFileThatIsNoLogAsItIs) {
     directory_.write("data/calls.db", "Dear all, this is no log of calls, however long it is.\n");
     for (const char* suffix : {"calls.db-wal", "calls.db-shm"}) std::filesystem::remove(data(suffix));

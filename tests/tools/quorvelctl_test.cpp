@@ -67,6 +67,15 @@ TEST(Quorvelctl, importsAllFilesOrNone) {
     EXPECT_THAT(directory.run("list").lines(), IsEmpty());
 }
 
+TEST(Quorvelctl, generatesCallsThatCanBeAtBothEndsOfTime) {
+    const Directory directory;
+    for (const char* until : {"1", "2147483647"}) {
+        const auto outcome = directory.run(std::string("generate --calls 200 --seed 3 --until ") + until);
+        EXPECT_EQ(outcome.status, succeeded) << outcome.errors;
+    }
+    EXPECT_EQ(directory.run("doctor").status, succeeded);
+}
+
 TEST(Quorvelctl, generatesTheSameCallsForTheSameSeed) {
     const Directory one;
     const Directory other;

@@ -79,8 +79,9 @@ void generateCalls(const GenerateOptions& options, const std::function<bool(cons
         call.flags = 0;
         call.duration = 0;
         addKind(call, numbers);
-        call.date = std::max<std::int64_t>(
-            0, date + static_cast<std::int64_t>(numbers.below(static_cast<std::uint64_t>(step))) - step / 2);
+        const std::int64_t moment =
+            date + static_cast<std::int64_t>(numbers.below(static_cast<std::uint64_t>(step))) - step / 2;
+        call.date = std::clamp<std::int64_t>(moment, 0, INT32_MAX);
         if (!take(call)) return;
     }
 }
