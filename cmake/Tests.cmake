@@ -2,7 +2,7 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 find_package(rapidcheck QUIET)
-add_executable(test_headers EXCLUDE_FROM_ALL ${CMAKE_CURRENT_LIST_DIR}/test_headers.cpp)
+add_executable(test_headers EXCLUDE_FROM_ALL ${CMAKE_SOURCE_DIR}/tests/test_headers.cpp)
 target_link_libraries(test_headers PRIVATE GTest::gtest GTest::gmock)
 # Everywhere, because the headers must be used with the macros that they were compiled with.
 target_compile_options(test_headers PRIVATE -pthread)

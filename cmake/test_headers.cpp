@@ -1,2 +1,0 @@
-// Carries the precompiled headers of the tests; see Tests.cmake.
-int main() { return 0; }
