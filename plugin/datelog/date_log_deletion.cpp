@@ -43,6 +43,7 @@ void DateLogScreen::removeSearchedRecordsInBackGround() {
 void DateLogScreen::removeAllRecords() {
     const Filter filter = state_.filter();
     if (QVDataController::sharedInstance().removeCallsFromDB(filter, day())) {
+        state_.edition.invalidate();
         clearCounts(dateEntry_.load(), filter);
         if (filter != Filter::All) recents::removeFromAllCalls(list(), filter);
         dropLists();
@@ -65,7 +66,7 @@ void DateLogScreen::dropDeleted(Filter filter) {
     clearCounts(dateEntry_.load(), filter);
     dropLists();
     if (!state_.searching) return;
-    state_.copyListOfItems.load()->removeAllObjects();
+    recents::forgetFound(state_);
     recents::forgetLoadedMatches(state_);
 }
 

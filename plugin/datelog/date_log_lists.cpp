@@ -39,30 +39,33 @@ void DateLogScreen::initDatabase() {
     state_.totalCount = 0;
     state_.rowCount = 0;
     state_.forgetPaging();
+    state_.edition.invalidate();
     objc::send<"loadCallRecordsFromDB:">(screen(), localized<"LOADING">());
 }
 
 void DateLogScreen::initializeCallList() {
     if (!QuorvelUtils::canAccessAddressBook()) return;
-    const auto begun = state_.edition.begin();
+    auto asked = state_.edition.now();
     const Filter filter = state_.filter();
     auto service = QVDataController::sharedInstance();
-    state_.srcList.store(callsOfFilter(service, filter));
-    if (state_.srcList.load()->count() == 0) service.readCallsForDate(state_.rowCount, filter, day());
+    if (callsOfFilter(service, filter).count() == 0) service.readCallsForDate(state_.rowCount, filter, day());
     const std::int64_t saved = state_.pagingMemory(filter);
     // The service may have made the list only now.
-    state_.srcList.store(callsOfFilter(service, filter));
-    auto calls = state_.srcList.load()->copy();
-    state_.totalCount = static_cast<std::int64_t>(calls->count());
-    state_.rowCount = dayRowCount(state_.totalCount, QVSettingsDataController::sharedInstance().minRec_Call(), saved);
-    if (state_.searching) state_.rowCount = 0;
-
+    const auto listed = objc::Strong(callsOfFilter(service, filter));
+    const auto calls = listed->copy();
+    const auto total = static_cast<std::int64_t>(calls->count());
+    const std::int64_t rowCount = dayRowCount(total, QVSettingsDataController::sharedInstance().minRec_Call(), saved);
     const int seconds = objc::send<"getCallsDuration:", int>(screen(), calls.get());
-    if (!QVSettingsDataController::sharedInstance().isGroupContacts_Call())
-        state_.totalCallCount = state_.totalCount.get();
     auto shown = service.getAllCallsDuration(seconds);
-    state_.totalDuration.store(shown ? NSString::stringWithString(shown) : NSString{});
-    if (!state_.edition.finish(begun)) recents::countRowsAgain(list());
+    const auto duration = objc::Strong(shown ? NSString::stringWithString(shown) : NSString{});
+    recents::putIn(list(), asked, [&] {
+        state_.srcList.store(listed);
+        state_.totalCount = total;
+        state_.rowCount = state_.searching ? 0 : rowCount;
+        if (!QVSettingsDataController::sharedInstance().isGroupContacts_Call()) state_.totalCallCount = total;
+        state_.totalDuration.store(duration);
+        return true;
+    });
 }
 
 void DateLogScreen::updateDateEntry() {

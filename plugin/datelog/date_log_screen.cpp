@@ -98,6 +98,7 @@ void DateLogScreen::viewWillAppear(bool animated) {
     const bool reload =
         settings.isCallSettingsChanged() || calls.isAnyRecDeleted() || settings.isNeedToLoadData() || isListGone;
     if (reload) {
+        state_.edition.invalidate();
         if (settings.isNeedToLoadData()) emptyLists();
         objc::send<"initializeCallList">(screen());
     }

@@ -118,6 +118,7 @@ void handleDeleteAllAction(CallList list) {
         state.rowCount = state.isAllRecsLoaded ? -1 : 0;
         objc::send<"removeSearchedRecordsInBackGround">(list.screen);
     } else {
+        state.edition.invalidate();
         state.rowCount = 0;
         objc::send<"refreshTableData">(list.screen);
         objc::send<"removeAllRecordsInBackGround">(list.screen);
@@ -137,6 +138,7 @@ void removeAllRecords(CallList list) {
     auto& state = list.state;
     const Filter filter = state.filter();
     if (QVDataController::sharedInstance().removeCallsFromDB(filter, {})) {
+        state.edition.invalidate();
         if (filter != Filter::All) removeFromAllCalls(list, filter);
         state.srcList.exchange(NSMutableArray{})->removeAllObjects();
         objc::send<"clearCallLists">(list.screen);
@@ -148,12 +150,20 @@ void removeAllRecords(CallList list) {
 
 void removeSearchedRecords(CallList list) {
     auto calls = QVDataController::sharedInstance();
-    auto found = list.state.copyListOfItems.load();
-    if (calls.removeDataFromDB(found.get(), list.state.filter(), true)) {
+    auto& state = list.state;
+    auto found = state.copyListOfItems.load();
+    // One state of the results for the database and for the lists: a load-more may add to them meanwhile.
+    const auto deleted = found->copy();
+    if (calls.removeDataFromDB(deleted, state.filter(), true)) {
+        state.edition.invalidate();
+        if (found->count() > deleted->count()) {
+            found->removeAllObjects();
+            found->addObjectsFromArray(deleted);
+            state.isAllRecsLoaded = false;
+        }
         objc::send<"removeCallsFromCallList:">(list.screen, found.get());
         objc::send<"initializeCallList">(list.screen);
         // Where the deletion emptied the list, a page was read for it: its rows are no results, its matches are.
-        auto& state = list.state;
         if (state.searching && state.rowCount > 0) countRowsAgain(list);
         objc::send<"refreshTableData">(list.screen);
         return;

@@ -77,6 +77,7 @@ void viewAppearedAction(CallList list) {
         list.state.isAllRecsLoaded = false;
         list.state.isLoadMoreAllCalls = false;
     }
+    list.state.edition.invalidate();
     settings.setIsNeedToLoadData(false);
     settings.setIsCallSettingsChanged(false);
     calls.setIsAnyRecDeleted(false);
@@ -90,6 +91,7 @@ void viewAppearedAction(CallList list) {
 void handleReloadDataAction(CallList list) {
     auto& state = list.state;
     auto calls = QVDataController::sharedInstance();
+    state.edition.invalidate();
     calls.callList().removeAllObjects();
     calls.setAllCallsCount(0);
     calls.dldCallList().removeAllObjects();
@@ -115,6 +117,8 @@ void handleReloadDataAction(CallList list) {
     QVSettingsDataController::sharedInstance().setIsNeedToLoadData(false);
     state.filterType =
         static_cast<std::int64_t>(filterOfSegment(state.segmentedControl.load()->selectedSegmentIndex()));
+    // Once more, for what was asked for since with the former filter.
+    state.edition.invalidate();
 }
 
 void newCallRecordAdded(CallList list, objc::Object) {

@@ -27,62 +27,85 @@ void keepEditingInStep(const CallList& list) {
 /// One application of the row count rule, for one filter from beginning to end.
 class RowCount {
   public:
-    explicit RowCount(const CallList& list) : list_(list), filter_(list.state.filter()) {}
+    explicit RowCount(const CallList& list)
+        : list_(list), asked_(list.state.edition.now()), filter_(list.state.filter()) {}
 
-    /// Takes the list and its total; a list whose filter has no call is emptied.
-    void takeList() const {
-        auto& state = list_.state;
-        state.srcList.store(currentList());
-        state.totalCount = countOfFilter(service_, filter_);
-        if (state.totalCount >= 1) return;
-        state.totalCount = service_.getTotalCallCount(filter_);
-        if (state.totalCount < 1) state.srcList.load()->removeAllObjects();
-    }
-
-    /// Fixes the number of rows, reading what is missing first.
-    void applyRule() const {
-        auto& state = list_.state;
-        const std::int64_t saved = state.pagingMemory(filter_);
-        const auto loaded = static_cast<std::int64_t>(state.srcList.load()->count());
+    void workOut() {
+        takeList();
+        const auto loaded = total_ < 1 ? 0 : static_cast<std::int64_t>(shown_->count());
         const RowCountPlan plan = planRowCount(
-            {pageSize_, saved, loaded, state.totalCount, state.lastMinRecCall, static_cast<bool>(state.searching)});
-        state.rowCount = plan.rowCount;
+            {pageSize_, saved_, loaded, total_, list_.state.lastMinRecCall, static_cast<bool>(list_.state.searching)});
+        rowCount_ = plan.rowCount;
         if (plan.load) service_.readCallsFromDB(plan.read, loaded, filter_);
-
         // The service may have made the list only now.
-        state.srcList.store(currentList());
+        shown_ = objc::Strong(currentList());
         const std::int64_t duration = durationOfFilter(service_, filter_);
-        if (plan.load) {
-            state.rowCount = static_cast<std::int64_t>(state.srcList.load()->count());
-            objc::send<"refreshTableData">(list_.screen);
-            if (service_.isAnyRecDeleted()) service_.sortArray(state.srcList.load());
-        }
-        state.rowCount = clampRowCount(state.rowCount, pageSize_, saved, state.totalCount);
-        showDuration(duration);
+        if (plan.load && !showWhatWasRead()) return;
+        rowCount_ = clampRowCount(rowCount_, pageSize_, saved_, total_);
+        const auto text = durationText(duration);
+        putIn(list_, asked_, [&] {
+            putRows();
+            list_.state.totalDuration.store(text);
+            list_.state.isAllRecsLoaded = list_.state.totalCallCount == rowCount_;
+            return true;
+        });
     }
 
   private:
     NSMutableArray currentList() const {
         return listOfFilter(service_, filter_, QVSettingsDataController::sharedInstance().isGroupByDate());
     }
-    void showDuration(std::int64_t seconds) const {
+    void takeList() {
+        shown_ = objc::Strong(currentList());
+        total_ = countOfFilter(service_, filter_);
+        if (total_ < 1) total_ = service_.getTotalCallCount(filter_);
+    }
+    bool showWhatWasRead() {
+        rowCount_ = static_cast<std::int64_t>(shown_->count());
+        const bool isIn = putIn(list_, asked_, [this] {
+            putRows();
+            return true;
+        });
+        if (!isIn) return false;
+        objc::send<"refreshTableData">(list_.screen);
+        if (service_.isAnyRecDeleted()) service_.sortArray(shown_);
+        return true;
+    }
+    /// A list whose filter has no call is emptied.
+    void putRows() const {
+        auto& state = list_.state;
+        if (total_ < 1) shown_->removeAllObjects();
+        state.srcList.store(shown_);
+        state.totalCount = total_;
+        state.rowCount = rowCount_;
+    }
+    objc::Strong<NSString> durationText(std::int64_t seconds) const {
         auto shown = service_.getAllCallsDuration(seconds == 0 ? service_.getTotalCallDuration(filter_) : seconds);
-        list_.state.totalDuration.store(shown ? NSString::stringWithString(shown) : NSString{});
+        return objc::Strong(shown ? NSString::stringWithString(shown) : NSString{});
     }
 
     const CallList& list_;
+    rows::Edition::Moment asked_;
     Filter filter_;
     QVDataController service_ = QVDataController::sharedInstance();
     std::int64_t pageSize_ = QVSettingsDataController::sharedInstance().minRec_Call();
+    std::int64_t saved_ = list_.state.pagingMemory(filter_);
+    objc::Strong<NSMutableArray> shown_;
+    std::int64_t total_ = 0;
+    std::int64_t rowCount_ = 0;
 };
 
 /// Works out what is shown from what there is now.
 void countOnce(const CallList& list) {
+    list.state.edition.invalidate();
     if (!list.state.searching) objc::send<"initializeCallList">(list.screen);
     if (!list.state.searching) return;
     list.state.copyListOfItems.load()->removeAllObjects();
     objc::send<"searchTableView">(list.screen);
 }
+
+/// Each round answers a change that came during the one before. So many in a row are left to the next change.
+constexpr int mostRounds = 100;
 
 }  // namespace
 
@@ -96,6 +119,7 @@ void initDatabase(CallList list) {
     state.forgetPaging();
     state.lastMinRecCall = QVSettingsDataController::sharedInstance().minRec_Call();
     state.totalCount = QVDataController::sharedInstance().allCallsCount();
+    state.edition.invalidate();
     objc::send<"loadCallRecordsFromDB:">(list.screen, localized<"LOADING">());
 }
 
@@ -116,29 +140,29 @@ void loadCallRecsFromDB(CallList list) {
     keepEditingInStep(list);
 }
 
-void initializeCallList(CallList list) {
-    auto& state = list.state;
-    const auto begun = state.edition.begin();
-    const RowCount rows(list);
-    rows.takeList();
-    rows.applyRule();
-    state.isAllRecsLoaded = state.totalCallCount == state.rowCount;
-    if (!state.edition.finish(begun)) countRowsAgain(list);
-}
+void initializeCallList(CallList list) { RowCount(list).workOut(); }
 
 void countRowsAgain(const CallList& list) {
     auto& asked = list.state.recountsAsked;
-    // Whoever is at it already does it once more: two that worked at it could overtake each other without end.
+    // A thread that is at it already does it once more: two that worked at it could overtake each other without end.
     if (asked.fetch_add(1) != 0) return;
     bool forOthersToo = false;
-    for (;;) {
+    for (int round = 1;; ++round) {
         auto answered = asked.load();
         countOnce(list);
         forOthersToo = forOthersToo || answered > 1;
         if (asked.compare_exchange_strong(answered, 0)) break;
         forOthersToo = true;
+        if (round < mostRounds) continue;
+        asked.store(0);
+        break;
     }
     if (forOthersToo) objc::send<"refreshTableData">(list.screen);
+}
+
+void replaceOvertakenResult(const CallList& list) {
+    countRowsAgain(list);
+    objc::send<"refreshTableData">(list.screen);
 }
 
 void refreshTableData(CallList list) {

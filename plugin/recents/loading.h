@@ -17,9 +17,30 @@ void loadCallRecsFromDBInBackGround(CallList list);
 void loadCallRecsFromDB(CallList list);
 /// Takes the filter's list and applies the row count rule. Any thread.
 void initializeCallList(CallList list);
-/// Works out again what is shown, where a result may have come too late: the search while one is on, else the row
-/// count. Any thread.
+/// Begins a new edition and works it out: the search while one is on, else the row count. Any thread.
 void countRowsAgain(const CallList& list);
+/// Where a result was overtaken while it went in: the same, and the table is shown it.
+void replaceOvertakenResult(const CallList& list);
+
+/// The one way of a result into the list's state. `put` writes it, and answers whether it found what it rests on
+/// unchanged. It is carried out only while the edition lasts in which the result was asked for: an older result is
+/// dropped, because whoever began the later edition works the list out. Where the edition ended, or another result came
+/// in, while this one was written, `undo` is called and the list is worked out again. Answers whether the result is in;
+/// `asked` is the moment after it then. Any thread.
+template <class Put, class Undo>
+bool putIn(const CallList& list, rows::Edition::Moment& asked, Put put, Undo undo) {
+    auto& edition = list.state.edition;
+    if (!edition.isCurrent(asked)) return false;
+    const bool isWhole = put();
+    if (edition.finish(asked) && isWhole) return true;
+    undo();
+    replaceOvertakenResult(list);
+    return false;
+}
+template <class Put>
+bool putIn(const CallList& list, rows::Edition::Moment& asked, Put put) {
+    return putIn(list, asked, put, [] {});
+}
 /// Reloads the table in front, later, on the main queue. Any thread.
 void refreshTableData(CallList list);
 /// The sum of the entries' durations in seconds; remembers how many entries there were.

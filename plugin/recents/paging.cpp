@@ -17,16 +17,16 @@ void stopIndicator(QVLoadMoreRecordsCell cell) {
     cell.setAccessoryView({});
 }
 
-void readPage(const CallList& list, Filter filter, std::int64_t pageSize, NSMutableArray shown) {
-    auto& state = list.state;
+/// The list after a page was read; a page that came short has the total counted again.
+PagingSituation readPage(const CallList& list, Filter filter, NSMutableArray shown, PagingSituation now) {
     auto calls = QVDataController::sharedInstance();
-    const std::int64_t before = state.rowCount;
-    calls.readCallsFromDB(pageSize, before, filter);
+    const std::int64_t before = now.rowCount;
+    calls.readCallsFromDB(now.pageSize, before, filter);
     if (filter == Filter::All && QVSettingsDataController::sharedInstance().isGroupContacts_Call())
-        state.isLoadMoreAllCalls = true;
-    state.rowCount = static_cast<std::int64_t>(shown.count());
-    if (isShortPage(before, state.rowCount, pageSize, state.totalCount))
-        state.totalCount = calls.getTotalCallCount(filter);
+        list.state.isLoadMoreAllCalls = true;
+    now.rowCount = static_cast<std::int64_t>(shown.count());
+    if (isShortPage(before, now.rowCount, now.pageSize, now.total)) now.total = calls.getTotalCallCount(filter);
+    return now;
 }
 
 void rememberPaging(rows::CallListState& state, Filter filter, bool byDate) {
@@ -71,19 +71,23 @@ void loadMoreRecordsAction(CallList list) {
 
 void loadMoreOf(const CallList& list, Filter filter, NSMutableArray of) {
     auto& state = list.state;
-    const auto begun = state.edition.begin();
+    auto asked = state.edition.now();
     auto settings = QVSettingsDataController::sharedInstance();
     const auto shown = objc::Strong(of);
-    state.srcList.store(shown);
-    const std::int64_t pageSize = settings.minRec_Call();
-    const PagingPlan plan =
-        planNextPage({state.rowCount, pageSize, static_cast<std::int64_t>(shown->count()), state.totalCount});
+    PagingSituation now{state.rowCount, settings.minRec_Call(), static_cast<std::int64_t>(shown->count()),
+                        state.totalCount};
+    const PagingPlan plan = planNextPage(now);
     if (plan.read)
-        readPage(list, filter, pageSize, shown);
+        now = readPage(list, filter, shown, now);
     else
-        state.rowCount = plan.rowCount;
-    rememberPaging(state, filter, settings.isGroupByDate());
-    if (!state.edition.finish(begun)) countRowsAgain(list);
+        now.rowCount = plan.rowCount;
+    putIn(list, asked, [&] {
+        state.srcList.store(shown);
+        state.rowCount = now.rowCount;
+        state.totalCount = now.total;
+        rememberPaging(state, filter, settings.isGroupByDate());
+        return true;
+    });
 }
 
 }  // namespace recents

@@ -28,9 +28,9 @@ bool matches(QVCallEntry entry, NSString part) {
 }
 
 /// What was found already: names and numbers while calls are grouped by contact, else record identities.
-class Seen {
+class Known {
   public:
-    explicit Seen(bool grouped) : grouped_(grouped) {}
+    explicit Known(bool grouped) : grouped_(grouped) {}
 
     /// Answers whether it was not there before.
     bool add(QVCallEntry entry) {
@@ -50,12 +50,12 @@ class Seen {
     objc::Strong<NSMutableSet> texts_ = NSMutableSet::make();
 };
 
-/// Adds what matches and was not seen among the first `most` entries.
-void scan(NSArray entries, NSUInteger most, NSString part, Seen& seen, NSMutableArray found) {
+/// Adds what matches and is not known yet among the first `most` entries.
+void scan(NSArray entries, NSUInteger most, NSString part, Known& known, NSMutableArray found) {
     const NSUInteger count = std::min(entries.count(), most);
     for (NSUInteger i = 0; i < count; ++i) {
         auto entry = entries.objectAtIndex<QVCallEntry>(i);
-        if (entry && matches(entry, part) && seen.add(entry)) found.addObject(entry);
+        if (entry && matches(entry, part) && known.add(entry)) found.addObject(entry);
     }
 }
 
@@ -67,17 +67,28 @@ NSUInteger reach(const rows::CallListState& state, std::int64_t filterCode) {
     return static_cast<NSUInteger>(entriesToScan(pageSize, limit));
 }
 
-/// What was not found yet among the loaded calls and then among the filter's copies.
-objc::Strong<NSMutableArray> findInLoadedCalls(rows::CallListState& state, std::int64_t filterCode, NSString part) {
-    Seen seen(QVSettingsDataController::sharedInstance().isGroupContacts_Call());
-    const auto already = state.copyListOfItems.load()->copy();
-    const NSUInteger count = already->count();
-    for (NSUInteger i = 0; i < count; ++i) seen.add(already->objectAtIndex<QVCallEntry>(i));
-    auto found = NSMutableArray::make();
-    scan(state.srcList.load()->copy(), reach(state, filterCode), part, seen, found);
+/// What was not found yet among the loaded calls and then among the filter's copies; with an empty text, the loaded
+/// calls, found or not.
+objc::Strong<NSMutableArray> matchesIn(NSMutableArray loaded, rows::CallListState& state, std::int64_t filterCode,
+                                       NSString part, const rows::SeenList& found) {
+    auto fresh = rows::makeSnapshotList();
+    if (part.length() == 0) {
+        if (loaded) fresh->addObjectsFromArray(loaded);
+        return fresh;
+    }
+    Known known(QVSettingsDataController::sharedInstance().isGroupContacts_Call());
+    const NSUInteger count = found.count();
+    for (NSUInteger i = 0; i < count; ++i) known.add(found.at<QVCallEntry>(i));
+    scan(loaded.copy(), reach(state, filterCode), part, known, fresh);
     const auto copies = state.searchCopies(static_cast<Filter>(filterCode)).load()->copy();
-    scan(copies, copies->count(), part, seen, found);
-    return found;
+    scan(copies, copies->count(), part, known, fresh);
+    return fresh;
+}
+
+/// Always the plain list, also where days are shown.
+objc::Strong<NSMutableArray> searchedList(const rows::CallListState& state, std::int64_t filterCode) {
+    if (filterCode < 1 || filterCode > 4) return state.srcList.load();
+    return objc::Strong(listOfFilter(QVDataController::sharedInstance(), static_cast<Filter>(filterCode), false));
 }
 
 void endEditing(const CallList& list) {
@@ -107,22 +118,29 @@ void dropSearchCopies(rows::CallListState& state) {
 
 void searchTableView(CallList list) {
     auto& state = list.state;
-    const auto begun = state.edition.begin();
+    auto asked = state.edition.now();
     auto part = list.screen.searchDisplayController().searchBar().text();
-    if (!state.copyListOfItems.load()) state.copyListOfItems.compareExchange({}, rows::makeSnapshotList());
-    auto found = state.copyListOfItems.load();
+    rows::SeenList found(foundList(state));
     const std::int64_t code = state.filterType;
-    // Always the plain list, also where days are shown.
-    if (code >= 1 && code <= 4)
-        state.srcList.store(listOfFilter(QVDataController::sharedInstance(), static_cast<Filter>(code), false));
-    if (part.length() == 0) {
-        if (auto entries = state.srcList.load()) found->addObjectsFromArray(entries.get());
-    } else {
-        found->addObjectsFromArray(findInLoadedCalls(state, code, part).get());
-    }
-    state.rowCount = static_cast<std::int64_t>(found->count());
+    const auto loaded = searchedList(state, code);
+    const auto fresh = matchesIn(loaded, state, code, part, found);
+    putIn(list, asked, [&] {
+        state.srcList.store(loaded);
+        if (!found.append(fresh)) return false;
+        state.rowCount = static_cast<std::int64_t>(found.count());
+        return true;
+    });
     showEditButtonLater(list);
-    if (!state.edition.finish(begun)) countRowsAgain(list);
+}
+
+objc::Strong<NSMutableArray> foundList(rows::CallListState& state) {
+    if (!state.copyListOfItems.load()) state.copyListOfItems.compareExchange({}, rows::makeSnapshotList());
+    return state.copyListOfItems.load();
+}
+
+void forgetFound(rows::CallListState& state) {
+    state.edition.invalidate();
+    state.copyListOfItems.load()->removeAllObjects();
 }
 
 void beginScope(const CallList& list, NSInteger scope) {
@@ -130,7 +148,7 @@ void beginScope(const CallList& list, NSInteger scope) {
     state.filterType = static_cast<std::int64_t>(filterOfSegment(scope));
     state.segmentedControl.load()->setSelectedSegmentIndex(scope);
     state.searching = true;
-    state.copyListOfItems.load()->removeAllObjects();
+    forgetFound(state);
 }
 
 void searchAfresh(const CallList& list) {
@@ -141,7 +159,7 @@ void searchAfresh(const CallList& list) {
 
 bool shouldReloadForSearchString(CallList list, UISearchDisplayController, NSString) {
     list.state.searching = true;
-    list.state.copyListOfItems.load()->removeAllObjects();
+    forgetFound(list.state);
     searchAfresh(list);
     return list.state.searching;
 }
@@ -165,12 +183,14 @@ void willBeginSearch(CallList list, UISearchDisplayController controller) {
 void willEndSearch(CallList list, UISearchDisplayController) {
     endEditing(list);
     list.state.searching = false;
+    // The list is worked out once the search has ended, which follows.
+    list.state.edition.invalidate();
 }
 
 void didEndSearch(CallList list, UISearchDisplayController controller) {
     list.state.searching = false;
     controller.searchResultsTableView().setEditing(false, true);
-    list.state.copyListOfItems.load()->removeAllObjects();
+    forgetFound(list.state);
     objc::send<"initializeCallList">(list.screen);
     objc::send<"refreshTableData">(list.screen);
     auto area = scopeControl(list).superview();

@@ -13,6 +13,10 @@ void searchTableView(CallList list);
 /// main thread.
 void loadMoreSearchedRecords(CallList list);
 
+/// What the search has found, made where it is not there yet.
+objc::Strong<NSMutableArray> foundList(rows::CallListState& state);
+/// Begins a new edition, and empties what was found. The caller works the list out again.
+void forgetFound(rows::CallListState& state);
 /// The same among the calls of one day, or with null of all days.
 void loadMoreMatches(const CallList& list, NSString day);
 /// Turns a search to the scope's filter, with nothing found yet. Main thread.

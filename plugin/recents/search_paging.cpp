@@ -14,10 +14,10 @@ bool equalTexts(NSString left, NSString right) { return left && right && left.is
 /// The results that are shown, looked up by what makes another the same: many are compared with many.
 class Shown {
   public:
-    explicit Shown(NSArray results) {
+    explicit Shown(const rows::SeenList& results) {
         const NSUInteger count = results.count();
         for (NSUInteger i = 0; i < count; ++i) {
-            auto entry = results.objectAtIndex<QVCallEntry>(i);
+            auto entry = results.at<QVCallEntry>(i);
             records_.add(entry.ROWID());
             if (auto name = entry.name()) names_->addObject(name);
             if (auto number = entry.phoneNumber()) numbers_->addObject(number);
@@ -37,15 +37,22 @@ class Shown {
     objc::Strong<NSMutableSet> numbers_ = NSMutableSet::make();
 };
 
-objc::Strong<NSMutableArray> notShownYet(NSArray fetched, NSArray results) {
+objc::Strong<NSMutableArray> notShownYet(NSArray fetched, const rows::SeenList& results) {
     const Shown shown(results);
-    auto fresh = NSMutableArray::make();
+    auto fresh = rows::makeSnapshotList();
     const NSUInteger count = fetched.count();
     for (NSUInteger i = 0; i < count; ++i) {
         auto entry = fetched.objectAtIndex<QVCallEntry>(i);
         if (!shown.holds(entry)) fresh->addObject(entry);
     }
     return fresh;
+}
+
+void putCopies(objc::StrongSlot<NSMutableArray>& slot, NSMutableArray matches) {
+    if (!slot.load()) slot.compareExchange({}, rows::makeSnapshotList());
+    auto copies = slot.load();
+    copies->removeAllObjects();
+    copies->addObjectsFromArray(matches);
 }
 
 }  // namespace
@@ -58,28 +65,27 @@ void loadMoreSearchedRecords(CallList list) { loadMoreMatches(list, {}); }
 
 void loadMoreMatches(const CallList& list, NSString day) {
     auto& state = list.state;
-    const auto begun = state.edition.begin();
+    auto asked = state.edition.now();
     if (!state.searching) return;
     const Filter filter = state.filter();
     auto part = list.screen.searchDisplayController().searchBar().text();
     auto fetched = QVDataController::sharedInstance().getSearchedRecordsFromDB(filter, part, day);
-    state.isAllRecsLoaded = true;
-    auto found = state.copyListOfItems.load();
-    auto fresh = notShownYet(fetched, found->copy());
     // Another thread may have ended or changed the search meanwhile: it is given nothing then.
+    if (!state.edition.isCurrent(asked)) return;
+    state.isAllRecsLoaded = true;
+    rows::SeenList found(foundList(state));
+    auto fresh = notShownYet(fetched, found);
     if (!state.isAllRecsLoaded || !state.searching) return;
-    auto& slot = state.searchCopies(filter);
-    if (!slot.load()) slot.compareExchange({}, rows::makeSnapshotList());
-    auto copies = slot.load();
-    copies->removeAllObjects();
-    copies->addObjectsFromArray(fresh.get());
-    found->addObjectsFromArray(fresh.get());
-    state.rowCount = static_cast<std::int64_t>(found->count());
-    showEditButtonLater(list);
-    if (state.edition.finish(begun)) return;
-    // Another text or filter may be on by now, so these may be matches of neither: the load-more row offers them again.
-    forgetLoadedMatches(state);
-    countRowsAgain(list);
+    const auto putMatches = [&] {
+        putCopies(state.searchCopies(filter), fresh);
+        if (!found.append(fresh)) return false;
+        state.rowCount = static_cast<std::int64_t>(found.count());
+        return true;
+    };
+    if (putIn(list, asked, putMatches, [&] { forgetLoadedMatches(state); }))
+        showEditButtonLater(list);
+    else
+        state.isAllRecsLoaded = false;  // the load-more row offers them again
 }
 
 }  // namespace recents

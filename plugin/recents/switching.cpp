@@ -48,8 +48,9 @@ void takeFilterOf(const CallList& list, UISegmentedControl control) {
     auto& state = list.state;
     // While the filter still names the list that is left.
     objc::send<"scrollViewDidEndDecelerating:">(list.screen, objc::Object{});
-    state.rowCount = 0;
     state.filterType = static_cast<std::int64_t>(filterOfSegment(control.selectedSegmentIndex()));
+    state.edition.invalidate();
+    state.rowCount = 0;
 }
 
 void loadFilterLater(const CallList& list) {

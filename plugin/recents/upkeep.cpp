@@ -38,7 +38,7 @@ bool removeCallOrDay(QVCallEntry entry, Filter filter) {
 /// meanwhile has it already.
 void putBack(const CallList& list, const TakenRow& taken) {
     auto& state = list.state;
-    const auto begun = state.edition.begin();
+    auto begun = state.edition.now();
     if (!holdsRecord(taken.from->copy(), taken.entry->ROWID())) {
         if (shownList(state).get() == taken.from.get()) {
             state.rowCount.add(1);
@@ -47,7 +47,7 @@ void putBack(const CallList& list, const TakenRow& taken) {
         taken.from->insertObject(taken.entry.get(), static_cast<NSUInteger>(taken.row));
     }
     objc::send<"refreshTableData">(list.screen);
-    if (!state.edition.finish(begun)) countRowsAgain(list);
+    if (!state.edition.finish(begun)) replaceOvertakenResult(list);
 }
 
 void endEditingOfEmptyList(const CallList& list) {
@@ -59,9 +59,10 @@ void endEditingOfEmptyList(const CallList& list) {
 /// Adds what the search finds now to what it has found; one that began, changed or ended meanwhile is run again.
 void searchOn(const CallList& list, const TakenRow& taken) {
     if (taken.from.get() != list.state.copyListOfItems.load().get()) return countRowsAgain(list);
-    const auto begun = list.state.edition.begin();
+    const auto asked = list.state.edition.now();
     objc::send<"searchTableView">(list.screen);
-    if (!list.state.searching || !list.state.edition.isNext(begun)) countRowsAgain(list);
+    // The search's own result is all that may have come in.
+    if (!list.state.searching || list.state.edition.now() != asked + 1) countRowsAgain(list);
 }
 
 void deleteRow(const CallList& list, const TakenRow& taken, const RowDeletion& deletion) {
@@ -70,6 +71,7 @@ void deleteRow(const CallList& list, const TakenRow& taken, const RowDeletion& d
         putBack(list, taken);
         return;
     }
+    state.edition.invalidate();
     if (deletion.dropFromLists) deletion.dropFromLists(list, taken.filter);
     if (state.searching) objc::send<"updateSearchRecords:">(list.screen, taken.entry.get());
     objc::send<"initializeCallList">(list.screen);

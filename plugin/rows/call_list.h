@@ -19,7 +19,7 @@ namespace rows {
 
 /// The state of a call list. Everything starts zero, empty or false.
 struct CallListState {
-    Edition edition;  ///< of the shown rows: of rowCount, totalCount and what the search found
+    Edition edition;  ///< of what is shown; results go in by recents::putIn alone
 
     std::atomic<std::int64_t> recountsAsked;  ///< and not answered yet; see recents/loading.h
 

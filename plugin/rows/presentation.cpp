@@ -127,9 +127,12 @@ objc::Strong<QVCallEntry> takeSwipedRow(const CallList& list, UITableView table,
     if (style == UITableViewCell::deleteStyle) {
         entry = takeEntry(list, path.row());
         table.deleteRows(NSArray::arrayWithObject(path), UITableView::rowAnimationNone);
-        const Counts left = afterDeletingRow({state.rowCount, state.totalCount});
-        state.totalCount = left.totalCount;
-        state.rowCount = left.rowCount;
+        const Counts before{state.rowCount, state.totalCount};
+        const Counts left = afterDeletingRow(before);
+        // As differences: another thread may put a result in meanwhile.
+        state.totalCount.add(left.totalCount - before.totalCount);
+        state.rowCount.add(left.rowCount - before.rowCount);
+        state.edition.change();
     }
     table.endUpdates();
     return entry;

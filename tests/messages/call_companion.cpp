@@ -241,6 +241,7 @@ class Calls : public objc::PeerBase {
     bool removeListed(objc::Object entries, std::int64_t filter, bool forDate) {
         log().add("delete listed " + n(static_cast<std::int64_t>(objc::as<NSArray>(entries).count())) + " of " +
                   n(filter) + (forDate ? " YES" : " NO"));
+        if (companion().duringDeletion) companion().duringDeletion();
         if (companion().refusesDeletions) return false;
         const auto ids = idsIn(objc::as<NSArray>(entries));
         for (auto& rows : companion().rows)

@@ -122,6 +122,17 @@ TEST_F(RecentsFoundDeletion, thatIsRefusedSaysSoInTheHostsOwnWordsUnlikeEveryOth
     EXPECT_THAT(log().linesWith("error"), ElementsAre("worker: error \"The calls found stay.\""));
 }
 
+TEST_F(RecentsFoundDeletion, takesWhatWasFoundWhenItBeganOutOfTheListsThoughMoreIsFoundMeanwhile) {
+    findMissed();
+    companion().matches = {callcompanion::entryOf({.id = 9, .name = "Person 1009"})};
+    companion().duringDeletion = [this] { send<"loadMoreSearchedRecords">(); };
+    send<"removeSearchedRecords">();
+    settle();
+    EXPECT_THAT(log().linesWith("delete listed"), ElementsAre("main: delete listed 3 of 4 YES"));
+    EXPECT_THAT(log().linesWith("forget"),
+                ElementsAre("main: forget entry 1 of 4", "main: forget entry 2 of 4", "main: forget entry 3 of 4"));
+}
+
 TEST_F(RecentsFoundDeletion, postsNothing) {
     findMissed();
     while (notify::pending()) notify::deliverPending();

@@ -1,4 +1,5 @@
-// Results that overtake each other: whoever finishes last knows it.
+// Results that come too late: those of an edition that is over are dropped, and of two in one edition the last knows
+// it.
 #include "plugin/rows/edition.h"
 
 #include <gtest/gtest.h>
@@ -8,25 +9,46 @@
 
 namespace {
 
-TEST(AnEdition, isFinishedByWorkThatNothingOvertook) {
+TEST(AnEdition, takesResultsThatNothingOvertook) {
     rows::Edition edition;
-    const auto begun = edition.begin();
-    EXPECT_TRUE(edition.finish(begun));
-    EXPECT_TRUE(edition.isNext(begun));
-    EXPECT_TRUE(edition.finish(edition.begin()));
-    EXPECT_FALSE(edition.isNext(begun));
+    auto asked = edition.now();
+    EXPECT_TRUE(edition.finish(asked));
+    EXPECT_EQ(asked, edition.now());
+    EXPECT_TRUE(edition.finish(asked)) << "a second part of the same result";
 }
 
 TEST(AnEdition, tellsTheLaterOfTwoThatRanBesideEachOther) {
     rows::Edition edition;
-    const auto one = edition.begin();
-    const auto other = edition.begin();
+    auto one = edition.now();
+    auto other = edition.now();
     EXPECT_TRUE(edition.finish(other));
+    EXPECT_TRUE(edition.isCurrent(one));
     EXPECT_FALSE(edition.finish(one));
 }
 
-// Threads copy one value into another and work it out again where they were overtaken, while it changes: the last copy
-// is of the last value.
+TEST(AnEdition, tellsAResultThatARowWasTakenOutMeanwhile) {
+    rows::Edition edition;
+    auto asked = edition.now();
+    edition.change();
+    EXPECT_TRUE(edition.isCurrent(asked));
+    EXPECT_FALSE(edition.finish(asked));
+}
+
+TEST(AnEdition, isOverForWhatWasAskedForBeforeItWasInvalidatedWhateverCameInSince) {
+    rows::Edition edition;
+    auto before = edition.now();
+    edition.invalidate();
+    auto after = edition.now();
+    EXPECT_FALSE(edition.isCurrent(before));
+    EXPECT_TRUE(edition.isCurrent(after));
+    EXPECT_TRUE(edition.finish(after));
+    EXPECT_FALSE(edition.isCurrent(before));
+    EXPECT_FALSE(edition.finish(before));
+}
+
+// One thread changes the state, as a person who types does: it begins a new edition, empties the result and works it
+// out again. Others add to the result as load-more does, and drop what they hold where it is older. The last result is
+// of the last state alone.
 TEST(AnEdition, leavesTheResultOfTheLastStateHoweverManyWorkAtIt) {
     constexpr int rounds = 300;
     for (int round = 0; round < rounds; ++round) {
@@ -35,14 +57,18 @@ TEST(AnEdition, leavesTheResultOfTheLastStateHoweverManyWorkAtIt) {
         std::atomic<int> result{-1};
         const auto work = [&] {
             for (;;) {
-                const auto begun = edition.begin();
-                result.store(state.load(std::memory_order_relaxed), std::memory_order_relaxed);
-                if (edition.finish(begun)) return;
+                auto asked = edition.now();
+                const int seen = state.load(std::memory_order_relaxed);
+                if (!edition.isCurrent(asked)) return;
+                result.store(seen, std::memory_order_relaxed);
+                if (edition.finish(asked)) return;
+                edition.invalidate();
             }
         };
         std::vector<std::thread> threads;
         for (int i = 0; i < 3; ++i) threads.emplace_back(work);
         state.store(7, std::memory_order_relaxed);
+        edition.invalidate();
         threads.emplace_back(work);
         for (auto& thread : threads) thread.join();
         ASSERT_EQ(result, 7);
