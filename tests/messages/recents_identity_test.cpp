@@ -43,10 +43,10 @@ TEST_F(RecentsIdentity, copiesLoseTheDeletedRecord) {
     EXPECT_THAT(callcompanion::idsIn(copies), ElementsAre(32));
 }
 
-TEST_F(RecentsIdentity, aRefusedDeletionPutsARowBackAlsoBesideOneOfTheSameRecord) {
-    companion().setRows(1, {{.id = 1, .name = "p", .record = 7},
+TEST_F(RecentsIdentity, aRefusedDeletionPutsARowBackWhateverTheRecordsOfTheOthers) {
+    companion().setRows(1, {{.id = 1, .name = "p", .record = 2},
                             {.id = 2, .name = "q", .record = 7},
-                            {.id = 3, .name = "r", .record = 9}});
+                            {.id = 3, .name = "r", .record = 7}});
     open();
     companion().refusesDeletions = true;
     swipe(1);
