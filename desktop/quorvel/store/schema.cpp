@@ -167,7 +167,7 @@ std::vector<SchemaPart> partsOf(Connection& connection) {
     while (found.step()) {
         if (found.isNull(3)) continue;
         parts.push_back({std::string(found.text(0)), std::string(found.text(1)), std::string(found.text(2)),
-                         normalised(found.text(3))});
+                         std::string(found.text(3))});
     }
     return parts;
 }
@@ -186,8 +186,13 @@ const std::vector<SchemaPart>& ownParts(std::int64_t version) {
     return all[static_cast<std::size_t>(version) - 1];
 }
 
+bool isSame(const SchemaPart& one, const SchemaPart& other) {
+    if (one.type != other.type || one.name != other.name || one.table != other.table) return false;
+    return one.text == other.text || normalised(one.text) == normalised(other.text);
+}
+
 bool isAmong(const std::vector<SchemaPart>& parts, const SchemaPart& part) {
-    return std::find(parts.begin(), parts.end(), part) != parts.end();
+    return std::any_of(parts.begin(), parts.end(), [&](const SchemaPart& each) { return isSame(each, part); });
 }
 
 /// That every table and index is there, and is defined as this program defines it: what a statement does depends on it.

@@ -15,10 +15,9 @@ constexpr int versionThatKeepsAside = 2;
 /// Files of an earlier version have no column `extra` in `call` and `deleted`; they get it in the same way.
 constexpr int versionWithExtra = 3;
 
-/// A table, an index or a trigger, its definition in small letters without blanks.
+/// A table, an index or a trigger with its definition.
 struct SchemaPart {
     std::string type, name, table, text;
-    friend bool operator==(const SchemaPart&, const SchemaPart&) = default;
 };
 
 /// The indices and triggers on the log's tables that are not its own.
