@@ -1,5 +1,6 @@
 // The log of calls: its file, its indices and sums.
 #include "desktop/quorvel/store/call_store.h"
+#include "desktop/quorvel/store/log_files.h"
 #include "desktop/quorvel/store/mend.h"
 #include "tools/doctor/check.h"
 #include "tools/quorvelctl/session.h"
@@ -31,6 +32,8 @@ class Calls : public Organ {
         if (!done) return {done.error().message};
         const auto& mended = *done;
         Sentences said{"The log as it was is kept as " + mended.copy.string() + '.'};
+        for (const auto& removed : quorvel::store::removeOldFormerLogs(log_, mended.copy))
+            said.push_back("The older " + removed.string() + " was removed.");
         if (!mended.wasReplaced) {
             said.push_back("Its indices and sums were made anew from " + std::to_string(mended.calls) + " calls.");
             return said;
