@@ -1,5 +1,6 @@
 // The log of calls: its file, its indices and sums.
 #include "desktop/quorvel/store/call_store.h"
+#include "desktop/quorvel/store/log_files.h"
 #include "desktop/quorvel/store/mend.h"
 #include "tools/doctor/check.h"
 #include "tools/quorvelctl/session.h"
@@ -30,6 +31,8 @@ class Calls : public Organ {
             const auto done = quorvel::store::mend(log_);
             if (!done) return {done.error().message};
             sayMended(*done, said);
+            for (const auto& removed : quorvel::store::removeOldFormerLogs(log_, done->copy))
+                said.push_back("The older " + removed.string() + " was removed.");
         }
         for (const auto& file : quorvel::store::logsSetAside(log_)) {
             const auto done = quorvel::store::bringBack(file, log_);

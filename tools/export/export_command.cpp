@@ -101,6 +101,10 @@ int exportChosen(Session& session, const Options& options) {
     const Format format = formatOf(options);
     if (format == Format::db && options.file.empty())
         return complain("A database needs a file: name one with --output FILE.db.", unusable);
+    std::error_code ignored;
+    const auto status = std::filesystem::status(options.file, ignored);
+    if (format == Format::db && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        return complain(options.file + " is not a file. Name a file for the database.");
     if (!options.file.empty())
         if (const auto objection = objectionToFile(options.file, options.existing())) return complain(*objection);
     return format == Format::vcf ? exportContacts(session, options) : exportCalls(session, options, format);

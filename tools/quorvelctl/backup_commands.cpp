@@ -4,6 +4,7 @@
 #include <string>
 
 #include "desktop/quorvel/store/backup.h"
+#include "desktop/quorvel/store/log_files.h"
 #include "tools/quorvelctl/progress_bar.h"
 #include "tools/quorvelctl/session.h"
 
@@ -48,6 +49,10 @@ int restore(Session& session, const std::string& file) {
     if (!restored.former.empty()) {
         std::printf("The %slog of before is kept as %s\n", restored.wasDamaged ? "damaged " : "",
                     restored.former.c_str());
+    }
+    for (const auto& removed : restored.removed) {
+        std::printf("%zu former logs are kept; the older %s was removed.\n", quorvel::store::mostFormerLogs,
+                    removed.c_str());
     }
     if (restored.wasDamaged) std::puts("Start a Phone that is open anew: it still has the damaged file.");
     return session.announceChange(databaseRestored);
