@@ -51,8 +51,9 @@ class TableView : public ScrollView {
     static void define(objc::ClassDefinition<TableView>& definition);
 
     // Messages of the same names. Delegate and data source are not retained. Heights are asked for every row at each
-    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only. A tap selects
-    // the row that `tableView:willSelectRowAtIndexPath:` answers, the tapped one where the delegate does not answer it.
+    // reload where the delegate answers `tableView:heightForRowAtIndexPath:`; cells for visible rows only. A tap
+    // selects the row that `tableView:willSelectRowAtIndexPath:` answers, none for nil; the tapped one where the
+    // delegate does not answer it.
     objc::Object initWithFrame(Rect frame) override;
     enum Style : long { plain = 0, grouped = 1 };
     objc::Object initWithFrameStyle(Rect frame, long style);

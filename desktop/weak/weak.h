@@ -15,8 +15,8 @@ struct Entry;
 class Object {
   public:
     Object() = default;
-    /// Null refers to nothing. The caller guarantees that the object lives during the call; an object must not refer to
-    /// itself from its own dealloc.
+    /// Null refers to nothing. The caller guarantees that the object lives during the call. A reference that is made of
+    /// an object in its own dealloc must not be read before that has ended, and is null from then on.
     Object(objc::Object borrowed);  // NOLINT: a reference to what is given is what assignment means
     Object(const Object& other);
     Object(Object&& other) noexcept : entry_(std::exchange(other.entry_, nullptr)) {}

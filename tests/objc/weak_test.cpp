@@ -146,6 +146,16 @@ TEST_F(Weak, theReferenceIsNullBeforeTheFirstOfSeveralPeersGoes) {
     EXPECT_EQ(living(), 0);
 }
 
+TEST_F(Weak, aReferenceThatIsMadeInTheObjectsOwnDeallocIsNullAfterIt) {
+    auto object = objc::Ref<TrackedAbove>::make();
+    const id place = object.self();
+    weak::Object reference;
+    object->whenGone = [&] { reference = Object{place}; };
+    object = {};
+    EXPECT_FALSE(reference.load());
+    EXPECT_EQ(living(), 0);
+}
+
 TEST_F(Weak, aNewObjectInTheOldPlaceIsNotMistakenForTheOneThatWasThere) {
     const objc::AutoreleasePool pool;
     for (int round = 0; round < 1000; ++round) {
