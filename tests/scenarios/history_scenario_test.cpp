@@ -126,49 +126,47 @@ TEST(ADay, showsWhatAHistoryAboveItHasLeft) {
     EXPECT_THAT(shown.linesOf("footer"), ElementsAre("footer \"1 call, 0:00:40\""));
 }
 
-/// Eight days with a call each, all with numbers of their own but for the newest two.
+/// Eight days with a call each, all with numbers of their own but for the newest two. The newest call is a dialled one.
 std::vector<NewCall> eightDays() {
     std::vector<NewCall> calls;
     for (int i = 7; i >= 0; --i) {
-        calls.push_back(call("", noon - i * day, 10));
+        calls.push_back(call("", noon - i * day, 10, i == 0 ? quorvel::store::flag::outgoing : 0));
         calls.back().address = "+4930123456" + std::to_string(10 + std::max(i, 1));
     }
     return calls;
 }
 
-/// What Recents shows of the days, page by page.
+/// What Recents shows of the days, five to a page: after the deletion, on return, and paged to its end.
 struct Days {
     std::vector<std::string> rows;
     std::vector<std::string> footers;
 };
-Days daysAfter(const std::string& deletion, const Handset& handset) {
+Days daysAfter(const std::string& deletion) {
+    const Handset handset;
     handset.fill(eightDays());
     EXPECT_EQ(handset.run("set region DE\nset isGroupByDate on\nset minRec_Call 5\n").status, 0);
-    const auto shown = handset.run(deletion + "swipe 4\nshow\nleave\nreturn\nshow\nscroll end\nscroll end\nshow\n");
+    const auto shown = handset.run(deletion + "show\nleave\nreturn\nshow\nscroll end\nscroll end\nshow\n");
     EXPECT_EQ(shown.status, 0) << shown.errors;
     EXPECT_THAT(shown.linesOf("screen"), testing::Each("screen PHRecentsViewController"));
     return {shown.linesOf("rows"), shown.linesOf("footer")};
 }
 
-TEST(ADay, thatAHistoryEmptiesIsTakenOffTheNumberOfDaysOnce) {
-    const Handset handset;
-    const auto shown =
-        daysAfter("tap row 0\ntap detail 0\ntap \"Call History\"\nswipe 0\ntap back\ntap back\n", handset);
-    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
-    EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
+TEST(ADay, thatAHistoryEmptiesCallByCallIsTakenOffTheNumberOfDaysOnce) {
+    const auto shown = daysAfter("tap row 0\ntap detail 0\ntap \"Call History\"\nswipe 0\ntap back\ntap back\n");
+    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 7"));
+    EXPECT_THAT(shown.footers, testing::Each("footer \"7 days, 0:01:10\""));
+}
+
+TEST(ADay, thatAHistoryEmptiesOfAKindIsTakenOffTheNumberOfDaysOnce) {
+    const auto shown = daysAfter(
+        "tap row 0\ntap detail 0\ntap \"Call History\"\ntap segment 1\ntap right\ntap left\n"
+        "tap \"Delete All Dialed Calls\"\ntap right\ntap back\ntap back\n");
+    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 7"));
+    EXPECT_THAT(shown.footers, testing::Each("footer \"7 days, 0:01:10\""));
 }
 
 TEST(ADay, thatASwipeOnItsScreenEmptiesIsTakenOffTheNumberOfDaysOnce) {
-    const Handset handset;
-    const auto shown = daysAfter("tap row 0\nswipe 0\n", handset);
-    EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
-    EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
-}
-
-TEST(ADay, thatADeletionOfAHistoryEmptiesIsTakenOffTheNumberOfDaysOnce) {
-    const Handset handset;
-    const auto shown = daysAfter(
-        "tap row 2\ntap detail 0\ntap \"Call History\"\ntap right\ntap left\ntap \"Delete All Calls\"\n", handset);
+    const auto shown = daysAfter("tap row 0\nswipe 0\nswipe 4\n");
     EXPECT_THAT(shown.rows, ElementsAre("rows 6", "rows 6", "rows 6"));
     EXPECT_THAT(shown.footers, testing::Each("footer \"6 days, 0:01:00\""));
 }
