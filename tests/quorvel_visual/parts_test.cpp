@@ -138,7 +138,6 @@ class BaseControllerTest : public VisualTest {
 };
 
 TEST_F(BaseControllerTest, itsViewIsATableThatAsksIt) {
-    EXPECT_EQ(screen_->table(), screen_->tableView());
     EXPECT_EQ(screen_->view(), screen_->tableView());
     EXPECT_TRUE(screen_->tableView()->dataSource() == screen_->object());
 }
