@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <cstring>
 #include <span>
 #include <thread>
 
@@ -153,14 +151,6 @@ std::int64_t versionAtOnce(Connection& connection) {
     return versionOf(connection);
 }
 
-/// Small letters without blanks: how a definition is laid out does not matter.
-std::string normalised(std::string_view text) {
-    std::string plain;
-    for (const char letter : text)
-        if (std::strchr(" \t\r\n", letter) == nullptr) plain += static_cast<char>(std::tolower(letter));
-    return plain;
-}
-
 std::vector<SchemaPart> partsOf(Connection& connection) {
     std::vector<SchemaPart> parts;
     Statement found(connection.handle(), "select type, name, tbl_name, sql from sqlite_schema", connection.path());
@@ -186,13 +176,8 @@ const std::vector<SchemaPart>& ownParts(std::int64_t version) {
     return all[static_cast<std::size_t>(version) - 1];
 }
 
-bool isSame(const SchemaPart& one, const SchemaPart& other) {
-    if (one.type != other.type || one.name != other.name || one.table != other.table) return false;
-    return one.text == other.text || normalised(one.text) == normalised(other.text);
-}
-
 bool isAmong(const std::vector<SchemaPart>& parts, const SchemaPart& part) {
-    return std::any_of(parts.begin(), parts.end(), [&](const SchemaPart& each) { return isSame(each, part); });
+    return std::find(parts.begin(), parts.end(), part) != parts.end();
 }
 
 /// That every table and index is there, and is defined as this program defines it: what a statement does depends on it.
@@ -250,7 +235,7 @@ std::vector<SchemaPart> foreignParts(Connection& connection) {
     const std::vector<SchemaPart>& own = ownParts(versionOf(connection));
     for (const SchemaPart& part : partsOf(connection)) {
         const bool isOnOwn = std::any_of(own.begin(), own.end(), [&](const SchemaPart& each) {
-            return each.type == "table" && normalised(each.name) == normalised(part.table);
+            return each.type == "table" && each.name == part.table;
         });
         if (part.type != "table" && isOnOwn && !isAmong(own, part)) foreign.push_back(part);
     }

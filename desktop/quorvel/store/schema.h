@@ -18,6 +18,7 @@ constexpr int versionWithExtra = 3;
 /// A table, an index or a trigger with its definition.
 struct SchemaPart {
     std::string type, name, table, text;
+    friend bool operator==(const SchemaPart&, const SchemaPart&) = default;
 };
 
 /// The indices and triggers on the log's tables that are not its own.
