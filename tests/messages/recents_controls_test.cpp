@@ -62,9 +62,9 @@ TEST_F(RecentsControls, theSearchBarIsMadeAsHighAsItIsWithItsScopes) {
 
 TEST_F(RecentsControls, theSearchAnswersToTheScreenThreeTimes) {
     open();
-    EXPECT_EQ(search()->delegate(), screen());
-    EXPECT_EQ(search()->searchResultsDelegate(), screen());
-    EXPECT_EQ(search()->searchResultsDataSource(), screen());
+    EXPECT_EQ(search()->delegate().get(), screen());
+    EXPECT_EQ(search()->searchResultsDelegate().get(), screen());
+    EXPECT_EQ(search()->searchResultsDataSource().get(), screen());
 }
 
 TEST_F(RecentsControls, theScopesAndTheSegmentsShowTheFiltersIconsInOrder) {
