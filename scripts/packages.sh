@@ -15,6 +15,7 @@ packagesToRun=(
 packagesToTest=(
     libgtest-dev libgmock-dev librapidcheck-dev libbenchmark-dev
     clang-format clang-19 libclang-rt-19-dev sqlite3 libxml2-utils xvfb xauth mandoc desktop-file-utils shared-mime-info
+    python3 python3-clang-19
 )
 
 # What the handset's images and package take.
