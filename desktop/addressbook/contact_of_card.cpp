@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <span>
 
 #include "desktop/addressbook/contact_vcard.h"
@@ -98,6 +99,7 @@ class Conversion {
                 list.push_back(std::move(value.value));
             }
         }
+        contact_.setText(Property::note, note_);
         if (contact_.text(Property::firstName).empty() && contact_.text(Property::lastName).empty()) takeDisplayName();
         return std::move(contact_);
     }
@@ -168,8 +170,8 @@ class Conversion {
 
     bool takeNote(const CardProperty& from) {
         const std::string more = trimmed(vcard::unescaped(from.value));
-        const std::string& known = contact_.text(Property::note);
-        contact_.setText(Property::note, known.empty() || more.empty() ? known + more : known + "\n" + more);
+        if (!note_.empty() && !more.empty()) note_ += '\n';
+        note_ += more;
         return true;
     }
 
@@ -284,12 +286,14 @@ class Conversion {
         contact_.others.push_back(vcard::contentLine(from));
         if (own == labels_.end()) return;
         const std::string label = vcard::contentLine({from.group, "X-ABLABEL", {}, vcard::escaped(own->second)});
-        if (std::ranges::find(contact_.others, label) == contact_.others.end()) contact_.others.push_back(label);
+        if (keptLabels_.insert(label).second) contact_.others.push_back(label);
     }
 
     const vcard::Card& card_;
     Contact contact_;
+    std::string note_;
     std::map<std::string, std::string> labels_;
+    std::set<std::string> keptLabels_;
     std::map<Property, std::vector<Found>> found_;
 };
 

@@ -48,6 +48,27 @@ bool beginsOrEndsCard(std::string_view line) {
            equalsIgnoringCase(withoutBlanks(line.substr(colon + 1)), "VCARD");
 }
 
+/// Looks for the end of the header in a text that grows, each byte once.
+class HeaderSearch {
+  public:
+    /// As endOfHeader() of the text so far.
+    std::size_t look(std::string_view text) {
+        for (; found_ == std::string::npos && at_ < text.size(); ++at_) {
+            if (text[at_] == '"') isQuoted_ = !isQuoted_;
+            if (text[at_] != ':') continue;
+            if (firstColon_ == std::string::npos) firstColon_ = at_;
+            if (!isQuoted_) found_ = at_;
+        }
+        return found_ != std::string::npos || !isQuoted_ ? found_ : firstColon_;
+    }
+
+  private:
+    std::size_t at_ = 0;
+    bool isQuoted_ = false;
+    std::size_t found_ = std::string::npos;
+    std::size_t firstColon_ = std::string::npos;
+};
+
 /// Puts the pieces of one content line together.
 class Assembly {
   public:
@@ -56,16 +77,16 @@ class Assembly {
 
     ContentLine run() {
         appendNext(0);
-        const auto end = endOfHeader(line_.text);
-        Transfer transfer =
-            end == std::string::npos ? Transfer::plain : transferOf(std::string_view(line_.text).substr(0, end));
-        while (appendFold(transfer)) {
+        Transfer transfer = Transfer::plain;
+        HeaderSearch search;
+        bool isFound = false;
+        do {
             // A header may itself fold.
-            if (transfer == Transfer::plain && end == std::string::npos) {
-                const auto colon = endOfHeader(line_.text);
-                if (colon != std::string::npos) transfer = transferOf(std::string_view(line_.text).substr(0, colon));
-            }
-        }
+            const auto end = isFound ? std::string::npos : search.look(line_.text);
+            if (end == std::string::npos) continue;
+            isFound = true;
+            transfer = transferOf(std::string_view(line_.text).substr(0, end));
+        } while (appendFold(transfer));
         if (transfer == Transfer::base64) appendBase64();
         return std::move(line_);
     }
@@ -73,7 +94,7 @@ class Assembly {
   private:
     void appendNext(std::size_t skipped) {
         const std::string* next = lines_.peek();
-        line_.pieces.push_back({line_.text.size(), {lines_.number(), skipped + 1}});
+        if (!line_.isCut) line_.pieces.push_back({line_.text.size(), {lines_.number(), skipped + 1}});
         line_.isCut = line_.isCut || lines_.wasCut();
         std::string_view more = std::string_view(*next).substr(skipped);
         if (more.size() > longest_ - line_.text.size()) {
@@ -115,8 +136,8 @@ class Assembly {
     }
 
     bool endsSoftly() const {
-        const auto text = withoutBlanks(line_.text);
-        return !text.empty() && text.back() == '=';
+        const auto last = line_.text.find_last_not_of(" \t");
+        return last != std::string::npos && line_.text[last] == '=';
     }
     bool endsInBlank() const {
         return !line_.text.empty() && (isBlank(line_.text.back()) || line_.text.ends_with("=20"));
@@ -227,14 +248,7 @@ Position ContentLine::position(std::size_t offset) const {
     return position;
 }
 
-std::size_t endOfHeader(std::string_view line) {
-    bool isQuoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') isQuoted = !isQuoted;
-        if (line[i] == ':' && !isQuoted) return i;
-    }
-    return isQuoted ? line.find(':') : std::string_view::npos;
-}
+std::size_t endOfHeader(std::string_view line) { return HeaderSearch().look(line); }
 
 std::optional<ContentLine> nextContentLine(PhysicalLines& lines, Version version, std::size_t longest) {
     while (const std::string* next = lines.peek()) {

@@ -10,6 +10,9 @@
 namespace vcard {
 namespace {
 
+/// More than any program writes. Each parameter is looked for among those before it.
+constexpr std::size_t mostParameters = 100;
+
 bool isName(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, [](char letter) {
         return (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z') ||
@@ -72,6 +75,7 @@ struct Header {
     std::string charset;
 };
 
+/// Those of a name that is one too many are left out.
 void addParameter(Header& header, std::string_view text, Version version) {
     const auto equals = text.find('=');
     std::string name;
@@ -79,6 +83,8 @@ void addParameter(Header& header, std::string_view text, Version version) {
         name = nameOfBareWord(trimmed(text));
     else
         name = upperCase(trimmed(text.substr(0, equals)));
+    const bool isFull = header.property.parameters.size() >= mostParameters;
+    if (isFull && header.property.parameter(name).empty()) return;
     const std::string_view values = equals == std::string_view::npos ? text : text.substr(equals + 1);
     for (const auto each : splitOutsideQuotes(values, ',')) {
         const std::string value = parameterValue(each, version);

@@ -64,6 +64,16 @@ std::optional<CsvColumn> otherColumnOf(const std::string& name) {
 /// Joins as in a sentence: "a, b".
 void append(std::string& list, const std::string& text) { list += (list.empty() ? "" : ", ") + text; }
 
+/// The names of the header as in a sentence: of many, the first.
+std::string listOf(const CsvRecord& header) {
+    constexpr std::size_t most = 30;
+    std::string list;
+    for (std::size_t at = 0; at < std::min(most, header.fields.size()); ++at)
+        append(list, quoted(header.fields[at].text));
+    if (header.fields.size() > most) list += " and " + std::to_string(header.fields.size() - most) + " more";
+    return list;
+}
+
 }  // namespace
 
 std::optional<CsvColumn> csvColumnOf(std::string_view name) {
@@ -83,10 +93,8 @@ std::variant<CsvColumns, CsvColumns::Wrong> CsvColumns::of(const CsvRecord& head
     CsvColumns columns;
     columns.count = header.fields.size();
     std::set<std::string> names;
-    std::string list;
     for (std::size_t at = 0; at < columns.count; ++at) {
         const CsvField& field = header.fields[at];
-        append(list, quoted(field.text));
         columns.others[at] = field.text;
         if (!field.text.empty() && !names.insert(lowerCase(field.text)).second)
             return Wrong{field.place, "The column " + quoted(field.text) + " stands there twice."};
@@ -100,7 +108,7 @@ std::variant<CsvColumns, CsvColumns::Wrong> CsvColumns::of(const CsvRecord& head
     for (const auto& [name, field] : said)
         if (!names.contains(lowerCase(name)))
             return Wrong{header.fields.front().place,
-                         "There is no column " + quoted(name) + " to map. The columns are " + list + '.'};
+                         "There is no column " + quoted(name) + " to map. The columns are " + listOf(header) + '.'};
     settle([&](const std::string& name) -> std::optional<CsvColumn> {
         for (const auto& [from, field] : said)
             if (lowerCase(from) == lowerCase(name)) return csvColumnOf(field);
@@ -118,8 +126,8 @@ std::variant<CsvColumns, CsvColumns::Wrong> CsvColumns::of(const CsvRecord& head
         if (!columns.known.contains(column))
             return Wrong{header.fields.front().place,
                          "There is no column " + quoted(std::string(nameOf(column))) + ". The first line names " +
-                             list + ". Say which of them it is, as in --map \"COLUMN=" + std::string(nameOf(column)) +
-                             "\"."};
+                             listOf(header) +
+                             ". Say which of them it is, as in --map \"COLUMN=" + std::string(nameOf(column)) + "\"."};
     return columns;
 }
 

@@ -131,7 +131,9 @@ std::string JsonImporter::readText(const std::string& name, std::string& text) {
         reader_.pass();
         return quoted(name) + " has to be a text.";
     }
-    text = reader_.text().value_or("");
+    auto read = reader_.text();
+    if (!read) return quoted(name) + " is longer than a mebibyte.";
+    text = *std::move(read);
     return {};
 }
 

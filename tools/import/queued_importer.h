@@ -4,13 +4,15 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tools/import/importer.h"
 #include "tools/import/input_file.h"
 
 namespace tools {
 
-/// A file of which megabytes bring no call is not read on, so that whatever a piece begins stays of bounded size.
+/// Where megabytes bring no call, what they began is passed over, so that it stays of bounded size; a format that
+/// cannot do that reads no more of the file.
 class QueuedImporter : public Importer {
   public:
     explicit QueuedImporter(InputFile file) : file_(std::move(file)) {}
@@ -23,6 +25,8 @@ class QueuedImporter : public Importer {
     virtual void take(std::string_view piece) = 0;
     /// The file has ended.
     virtual void takeEnd() = 0;
+    /// Forgets what was begun; the pieces that follow are looked through for the next call. Whether it can.
+    virtual bool passOver() { return false; }
 
     void found(std::string place, Item item);
     /// Reads no more of the file.
@@ -38,7 +42,9 @@ class QueuedImporter : public Importer {
     void readPiece();
 
     InputFile file_;
+    std::vector<char> piece_;
     std::uint64_t sinceCall_ = 0;
+    bool isPassingOver_ = false;
     std::deque<Found> queue_;
     std::string place_ = "1";
     bool stopped_ = false;

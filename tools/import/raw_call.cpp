@@ -76,26 +76,38 @@ std::string androidLabel(RawCall& raw) {
 
 }  // namespace
 
-void RawCall::set(std::string name, std::string value) {
+std::size_t RawCall::find(std::string_view name) const {
+    if (!places_.empty()) {
+        const auto place = places_.find(std::string(name));
+        return place == places_.end() ? none : place->second;
+    }
     const auto found =
         std::find_if(fields_.begin(), fields_.end(), [&](const auto& each) { return each.first == name; });
-    if (found == fields_.end())
-        fields_.emplace_back(std::move(name), std::move(value));
-    else
-        found->second = std::move(value);
+    return found == fields_.end() ? none : static_cast<std::size_t>(found - fields_.begin());
+}
+
+void RawCall::set(std::string name, std::string value) {
+    // Calls have a handful of fields, which are found faster without a table.
+    constexpr std::size_t few = 64;
+    if (const auto place = find(name); place != none) {
+        fields_[place].second = std::move(value);
+        return;
+    }
+    if (fields_.size() == few)
+        for (std::size_t at = 0; at < few; ++at) places_.emplace(fields_[at].first, at);
+    if (!places_.empty()) places_.emplace(name, fields_.size());
+    fields_.emplace_back(std::move(name), std::move(value));
 }
 
 const std::string& RawCall::at(std::string_view name) const {
-    static const std::string none;
-    const auto found =
-        std::find_if(fields_.begin(), fields_.end(), [&](const auto& each) { return each.first == name; });
-    return found == fields_.end() ? none : found->second;
+    static const std::string empty;
+    const auto place = find(name);
+    return place == none ? empty : fields_[place].second;
 }
 
 std::string RawCall::take(std::string_view name) {
-    std::string value = at(name);
-    std::erase_if(fields_, [&](const auto& each) { return each.first == name; });
-    return value;
+    const auto place = find(name);
+    return place == none ? std::string() : std::exchange(fields_[place].second, {});
 }
 
 std::string RawCall::rest(std::string_view source) const {

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace tools {
 namespace {
@@ -15,16 +16,15 @@ namespace {
 constexpr int longestValue = 1 << 20;
 constexpr int mostColumns = 200;
 
-// Later versions of each table add columns, earlier ones lack some: all are read, by whatever name. No order is asked
-// for: the rows come as they lie there, and a hostile file gets nothing sorted.
+// Later versions of each table add columns, earlier ones lack some: all are read, by whatever name. The rows come as
+// they lie there, which is by their identifiers; a hostile file gets nothing sorted.
 constexpr std::array<SqliteImporter::Source, 4> sources{{
-    {"call", "party", "party", "contact",
-     "select call.*, party.name, party.label from call left join party on party.party = call.party",
-     "a call log of this program", callOfOwnLog},
-    {"ZCALLRECORD", "ZADDRESS", "ZCALLRECORD", "ZDATE", "select *, cast(ZADDRESS as text) as ZADDRESS from ZCALLRECORD",
+    {"call", "party", "party", "contact", "call.*, party.name, party.label",
+     "call left join party on party.party = call.party", "a call log of this program", callOfOwnLog},
+    {"ZCALLRECORD", "ZADDRESS", "ZCALLRECORD", "ZDATE", "*, cast(ZADDRESS as text) as ZADDRESS", "ZCALLRECORD",
      "a handset's CallHistory.storedata", callOfLaterStore},
-    {"call", "flags", "call", "address", "select * from call", "a handset's call_history.db", callOfHandset},
-    {"calls", "type", "calls", "number", "select * from calls", "an Android phone's calls", callOfAndroid},
+    {"call", "flags", "call", "address", "*", "call", "a handset's call_history.db", callOfHandset},
+    {"calls", "type", "calls", "number", "*", "calls", "an Android phone's calls", callOfAndroid},
 }};
 
 std::string uriOf(const std::filesystem::path& file) {
@@ -126,12 +126,17 @@ std::string SqliteImporter::begin() {
     sqlite3_db_config(opened, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_limit(opened, SQLITE_LIMIT_LENGTH, longestValue);
     sqlite3_limit(opened, SQLITE_LIMIT_COLUMN, mostColumns);
+    // Rows take some bytes; a tree whose branches lead to one another would have more of them.
+    most_ = sizeOf(file_) + sizeOf(beside(file_, "-wal"));
+    limitWork();
     sqlite3_exec(opened, "pragma query_only = on; pragma cell_size_check = on", nullptr, nullptr, nullptr);
 
     for (const auto& source : sources) {
         if (!holds(source.table, source.column) || !holds(source.otherTable, source.otherColumn)) continue;
         source_ = &source;
-        rows_ = prepare(source.query);
+        rows_ = prepare(std::string("select ") + source.table + ".rowid, " + source.columns + " from " + source.from +
+                        " where " + source.table + ".rowid >= ?1");
+        if (rows_) sqlite3_bind_int64(rows_.get(), 1, INT64_MIN);
         break;
     }
     const int wrong = sqlite3_errcode(opened);
@@ -141,15 +146,33 @@ std::string SqliteImporter::begin() {
         return file_.string() +
                " is a database without a table of calls. Those of handsets are named call, "
                "ZCALLRECORD or calls.";
-    // Rows take some bytes; a tree whose branches lead to one another would have more of them.
-    most_ = sizeOf(file_) + sizeOf(beside(file_, "-wal"));
     expected_ = integerOf(std::string("select count(*) from (select 1 from ") + source_->table + " limit " +
                           std::to_string(most_) + ')');
     if (source_->callOf == callOfLaterStore) prepareParticipants();
     return {};
 }
 
-std::string SqliteImporter::trouble() const { return database_ ? sqlite3_errmsg(database_.get()) : "no memory"; }
+/// So that no table, nor the lack of an index, takes more work than the file's size explains.
+void SqliteImporter::limitWork() {
+    constexpr int thousand = 1000;
+    constexpr std::int64_t stepsOfAByte = 20;
+    workLeft_ = participantsLeft_ = thousand + most_ * stepsOfAByte / thousand;
+    sqlite3_progress_handler(
+        database_.get(), thousand,
+        [](void* self) {
+            auto* importer = static_cast<SqliteImporter*>(self);
+            auto& left = importer->isAtParticipants_ ? importer->participantsLeft_ : importer->workLeft_;
+            return --left < 0 ? 1 : 0;
+        },
+        this);
+}
+
+std::string SqliteImporter::trouble() const {
+    if (!database_) return "no memory";
+    if (sqlite3_errcode(database_.get()) == SQLITE_INTERRUPT)
+        return "reading it takes more work than its size explains";
+    return sqlite3_errmsg(database_.get());
+}
 
 SqliteImporter::Query SqliteImporter::prepare(const std::string& text) {
     sqlite3_stmt* statement = nullptr;
@@ -166,7 +189,9 @@ bool SqliteImporter::holds(const char* table, const char* column) {
     const std::string name = std::string("'") + table + '\'';
     return integerOf("select count(*) from sqlite_schema where type = 'table' and rootpage > 0 and name = " + name) ==
                1 &&
-           integerOf("select count(*) from pragma_table_info(" + name + ") where name = '" + column + '\'') == 1;
+           integerOf("select count(*) from pragma_table_info(" + name + ") where name = '" + column + '\'') == 1 &&
+           // Columns that are computed may take any time.
+           integerOf("select count(*) from pragma_table_xinfo(" + name + ") where hidden in (2, 3)") == 0;
 }
 
 /// The join table's name and columns carry numbers that change with the version of the handset.
@@ -189,11 +214,21 @@ void SqliteImporter::addParticipants(RawCall& raw) {
     sqlite3_bind_text(participants_.get(), 1, raw.at("Z_PK").c_str(), -1, SQLITE_TRANSIENT);
     std::string list;
     int count = 0;
-    while (sqlite3_step(participants_.get()) == SQLITE_ROW) {
+    isAtParticipants_ = true;
+    int code = SQLITE_ROW;
+    while ((code = sqlite3_step(participants_.get())) == SQLITE_ROW) {
         list += (list.empty() ? "" : ", ") + textOf(participants_.get(), 0);
         ++count;
     }
+    isAtParticipants_ = false;
     sqlite3_reset(participants_.get());
+    if (code == SQLITE_INTERRUPT) {
+        participants_.reset();
+        complaint_ = Complaint{place(),
+                               "From here on the other participants of calls are not read: the database lacks the "
+                               "index by which they are found.",
+                               Complaint::Reach::Call};
+    }
     if (count == 1 && raw.at("ZADDRESS").empty()) {
         raw.set("ZADDRESS", list);
     } else if (count > 1 || (count == 1 && list != raw.at("ZADDRESS"))) {
@@ -204,16 +239,37 @@ void SqliteImporter::addParticipants(RawCall& raw) {
 RawCall SqliteImporter::rawCall() const {
     RawCall raw;
     // Of columns of one name the last is the one that the statement adds.
-    for (int column = 0; column < sqlite3_column_count(rows_.get()); ++column) {
+    for (int column = 1; column < sqlite3_column_count(rows_.get()); ++column) {
         const char* given = sqlite3_column_name(rows_.get(), column);
         raw.set(given ? given : "", textOf(rows_.get(), column));
     }
     return raw;
 }
 
+/// Goes on behind the row that could not be read. Whether there is one, and its identifier can be read.
+bool SqliteImporter::passRow() {
+    const auto wrong = prepare(std::string("select rowid from ") + source_->table + " where rowid > ?1 limit 1");
+    sqlite3_reset(rows_.get());
+    if (!wrong || read_ >= most_) return false;
+    // The first row has none before it.
+    if (read_ == 0) {
+        last_ = integerOf(std::string("select rowid from ") + source_->table + " order by rowid limit 1");
+    } else {
+        sqlite3_bind_int64(wrong.get(), 1, last_);
+        if (sqlite3_step(wrong.get()) != SQLITE_ROW) return false;
+        last_ = sqlite3_column_int64(wrong.get(), 0);
+    }
+    if (last_ == INT64_MAX) return false;
+    ++read_;
+    return sqlite3_bind_int64(rows_.get(), 1, last_ + 1) == SQLITE_OK;
+}
+
 Importer::Item SqliteImporter::next() {
+    if (complaint_) return *std::exchange(complaint_, std::nullopt);
     if (ended_) return End{};
     const int code = sqlite3_step(rows_.get());
+    if (code == SQLITE_TOOBIG && passRow())
+        return Complaint{place(), "A value of this row is longer than a mebibyte.", Complaint::Reach::Call};
     if (code != SQLITE_ROW || read_ >= most_) {
         ended_ = true;
         if (code == SQLITE_DONE) return End{};
@@ -223,6 +279,7 @@ Importer::Item SqliteImporter::next() {
                          Complaint::Reach::Call};
     }
     ++read_;
+    last_ = sqlite3_column_int64(rows_.get(), 0);
     RawCall raw = rawCall();
     addParticipants(raw);
     auto call = source_->callOf(std::move(raw));

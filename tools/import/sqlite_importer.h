@@ -3,7 +3,9 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "tools/import/importer.h"
 #include "tools/import/raw_call.h"
@@ -29,7 +31,8 @@ class SqliteImporter : public Importer {
         const char* column;  ///< Tells it from other tables of that name.
         const char* otherTable;
         const char* otherColumn;  ///< The same of what else has to be there.
-        const char* query;
+        const char* columns;      ///< What a row is made of, behind its identifier.
+        const char* from;
         const char* format;
         CallOrWrong (*callOf)(RawCall);
     };
@@ -51,8 +54,10 @@ class SqliteImporter : public Importer {
     Query prepare(const std::string& text);
     std::int64_t integerOf(const std::string& text);
     RawCall rawCall() const;
+    bool passRow();
     void prepareParticipants();
     void addParticipants(RawCall& raw);
+    void limitWork();
     std::string trouble() const;
 
     std::filesystem::path file_;
@@ -64,6 +69,11 @@ class SqliteImporter : public Importer {
     std::int64_t expected_ = 0;
     std::int64_t most_ = 0;
     std::int64_t read_ = 0;
+    std::int64_t last_ = 0;  ///< The identifier of the row read last.
+    /// Thousands of steps that SQLite may still take, for everything and for the participants of calls alone.
+    std::int64_t workLeft_ = 0, participantsLeft_ = 0;
+    bool isAtParticipants_ = false;
+    std::optional<Complaint> complaint_;  ///< Comes before the next row.
     bool ended_ = false;
 };
 

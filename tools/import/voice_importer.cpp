@@ -9,6 +9,7 @@
 
 #include "tools/import/call_fields.h"
 #include "tools/import/written_fields.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -18,6 +19,15 @@ using quorvel::store::NewCall;
 constexpr std::size_t tailBytes = 64;
 constexpr std::size_t longestText = std::size_t{1} << 16;
 constexpr int deepest = 1000;
+// libxml2 takes time by the square of an element's attributes, and looks at an element once it is whole. So the squares
+// of what is longer than elements are have a bound.
+constexpr std::uint64_t pieceOfTheParser = 4096, longestElement = 8192, mostWork = 10'000'000'000;
+
+/// What it may cost when the parser takes that many bytes at once.
+std::uint64_t workOf(std::uint64_t bytes) {
+    const std::uint64_t excess = bytes - std::min(bytes, longestElement);
+    return excess * excess;
+}
 
 std::string_view textOf(const unsigned char* text) { return text ? reinterpret_cast<const char*>(text) : ""; }
 
@@ -47,6 +57,12 @@ VoiceImporter::VoiceImporter(InputFile file) : QueuedImporter(std::move(file)) {
         static_cast<VoiceImporter*>(self)->beginElement(tools::textOf(name), attributes);
     };
     handler.endElement = [](void* self, const xmlChar*) { static_cast<VoiceImporter*>(self)->endElement(); };
+    handler.comment = [](void* self, const xmlChar*) { static_cast<VoiceImporter*>(self)->moveOn(); };
+    handler.cdataBlock = [](void* self, const xmlChar*, int) { static_cast<VoiceImporter*>(self)->moveOn(); };
+    handler.ignorableWhitespace = handler.cdataBlock;
+    handler.processingInstruction = [](void* self, const xmlChar*, const xmlChar*) {
+        static_cast<VoiceImporter*>(self)->moveOn();
+    };
     handler.characters = [](void* self, const xmlChar* text, int size) {
         static_cast<VoiceImporter*>(self)->takeText(
             {reinterpret_cast<const char*>(text), static_cast<std::size_t>(size)});
@@ -62,7 +78,22 @@ VoiceImporter::VoiceImporter(InputFile file) : QueuedImporter(std::move(file)) {
 void VoiceImporter::take(std::string_view piece) {
     tail_.append(piece.substr(piece.size() - std::min(piece.size(), tailBytes)));
     tail_.erase(0, tail_.size() - std::min(tail_.size(), tailBytes));
-    htmlParseChunk(parser_.get(), piece.data(), static_cast<int>(piece.size()), 0);
+    for (; !piece.empty(); piece.remove_prefix(std::min<std::size_t>(piece.size(), pieceOfTheParser))) {
+        const auto part = piece.substr(0, pieceOfTheParser);
+        open_ += part.size();
+        if (work_ + workOf(open_) > mostWork) {
+            stop();
+            found("1", Complaint{"1", "The page holds elements that are far larger than Google Voice makes them.",
+                                 Complaint::Reach::Call});
+            return;
+        }
+        htmlParseChunk(parser_.get(), part.data(), static_cast<int>(part.size()), 0);
+    }
+}
+
+void VoiceImporter::moveOn() {
+    work_ += workOf(open_);
+    open_ = 0;
 }
 
 void VoiceImporter::takeEnd() {
@@ -87,6 +118,7 @@ void VoiceImporter::collect(Within within) {
 }
 
 void VoiceImporter::beginElement(std::string_view name, const unsigned char** attributes) {
+    moveOn();
     ++depth_;
     if (depth_ > deepest) xmlStopParser(parser_.get());
     std::map<std::string_view, std::string_view> values;
@@ -118,6 +150,7 @@ void VoiceImporter::beginElement(std::string_view name, const unsigned char** at
 }
 
 void VoiceImporter::endElement() {
+    moveOn();
     if (depth_ == collectedAt_) within_ = Within::Nothing;
     if (depth_ == collectedAt_) collectedAt_ = 0;
     if (depth_ == numberAt_) numberAt_ = 0;
@@ -125,6 +158,7 @@ void VoiceImporter::endElement() {
 }
 
 void VoiceImporter::takeText(std::string_view text) {
+    moveOn();
     if (within_ == Within::Nothing) return;
     std::string& collected = within_ == Within::Name ? name_ : within_ == Within::Transcript ? transcript_ : deleted_;
     if (collected.size() < longestText) collected += text;
@@ -134,9 +168,9 @@ CallOrWrong VoiceImporter::call() {
     NewCall call;
     LocalClock clock;
     const auto date = parseTime(published_, clock);
-    if (!date || *date < 0 || *date > INT32_MAX) return '"' + published_ + "\" is no date of a call.";
+    if (!date || *date < 0 || *date > INT32_MAX) return tools::quoted(published_) + " is no date of a call.";
     const auto seconds = duration_.empty() ? 0 : parseWrittenDuration(duration_);
-    if (!seconds || *seconds > INT32_MAX) return '"' + duration_ + "\" is no duration.";
+    if (!seconds || *seconds > INT32_MAX) return tools::quoted(duration_) + " is no duration.";
     call.date = *date;
     call.address = number_;
     call.name = trimmed(name_);

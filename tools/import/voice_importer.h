@@ -1,6 +1,7 @@
 // A call of Google Voice, from the HTML that it exports: a file a call.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
@@ -25,6 +26,8 @@ class VoiceImporter : public QueuedImporter {
     /// Text that is being collected.
     enum class Within { Nothing, Name, Transcript, Deleted };
 
+    /// The parser has come behind what it was given last.
+    void moveOn();
     void take(std::string_view piece) override;
     void takeEnd() override;
     void beginElement(std::string_view name, const unsigned char** attributes);
@@ -34,7 +37,9 @@ class VoiceImporter : public QueuedImporter {
     CallOrWrong call();
 
     std::unique_ptr<_xmlParserCtxt, Free> parser_;
-    std::string tail_;  ///< The last bytes of the file so far.
+    std::string tail_;        ///< The last bytes of the file so far.
+    std::uint64_t open_ = 0;  ///< Bytes that the parser has taken and not yet shown anything of.
+    std::uint64_t work_ = 0;  ///< The sum of the squares of what was open for long.
     bool isOfCall_ = false;
     bool isOfMessages_ = false;
     int depth_ = 0;

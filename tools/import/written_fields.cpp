@@ -125,6 +125,7 @@ std::optional<CallKind> parseWrittenKind(std::string_view text) {
 }
 
 std::optional<std::int64_t> parseWrittenDuration(std::string_view text) {
+    if (text.size() > longestField) return std::nullopt;
     std::string lower = lowerCase(text);
     lower.erase(0, std::min(lower.find_first_not_of(' '), lower.size()));
     lower.erase(lower.find_last_not_of(' ') + 1);

@@ -10,6 +10,9 @@
 
 namespace tools {
 
+/// In bytes; what is longer is neither a date nor a duration.
+constexpr std::size_t longestField = 200;
+
 /// In lower case, of ASCII and of Latin letters with accents, without spaces and punctuation.
 std::string bareWord(std::string_view text);
 

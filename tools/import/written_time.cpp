@@ -153,6 +153,7 @@ class Parts {
 }  // namespace
 
 std::optional<std::int64_t> parseWrittenTime(std::string_view text, LocalClock& clock, DateOrder order) {
+    if (text.size() > longestField) return std::nullopt;
     if (const auto number = parseInteger(text); number && *number >= leastMilliseconds) return *number / 1000;
     if (const auto time = parseTime(text, clock)) return time;
     std::string spaced(text);

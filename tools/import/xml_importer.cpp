@@ -3,6 +3,7 @@
 
 #include <expat.h>
 
+#include <algorithm>
 #include <new>
 
 #include "tools/import/raw_call.h"
@@ -13,6 +14,10 @@ void XmlImporter::Free::operator()(XML_ParserStruct* parser) const { XML_ParserF
 
 XmlImporter::XmlImporter(InputFile file) : QueuedImporter(std::move(file)), parser_(XML_ParserCreate(nullptr)) {
     if (!parser_) throw std::bad_alloc();
+    prepare();
+}
+
+void XmlImporter::prepare() {
     XML_SetUserData(parser_.get(), this);
     XML_SetElementHandler(
         parser_.get(),
@@ -20,12 +25,51 @@ XmlImporter::XmlImporter(InputFile file) : QueuedImporter(std::move(file)), pars
             static_cast<XmlImporter*>(self)->takeElement(name, attributes);
         },
         [](void* self, const char*) { --static_cast<XmlImporter*>(self)->depth_; });
+    XML_SetXmlDeclHandler(parser_.get(), [](void* self, const char*, const char* encoding, int) {
+        if (encoding) static_cast<XmlImporter*>(self)->encoding_ = encoding;
+    });
 }
 
-std::string XmlImporter::line() const { return std::to_string(XML_GetCurrentLineNumber(parser_.get())); }
+std::string XmlImporter::line() const {
+    return std::to_string(linesBefore_ + static_cast<std::int64_t>(XML_GetCurrentLineNumber(parser_.get())));
+}
 
-void XmlImporter::take(std::string_view piece) { parse(mender_.mend(piece), false); }
-void XmlImporter::takeEnd() { parse(mender_.end(), true); }
+void XmlImporter::take(std::string_view piece) {
+    const auto linesOf = [](std::string_view text) {
+        return static_cast<std::int64_t>(std::count(text.begin(), text.end(), '\n'));
+    };
+    std::string joined;
+    if (isPassing_) {
+        // An attribute's value holds no '<', so that this begins an element.
+        static constexpr std::string_view mark = "<call ";
+        joined = passed_.append(piece);
+        const auto begin = joined.find(mark);
+        passed_ = joined.substr(joined.size() - std::min(joined.size(), mark.size() - 1));
+        isPassing_ = begin == std::string::npos;
+        lines_ += linesOf(piece);
+        if (isPassing_) return;
+        linesBefore_ = lines_ - linesOf(std::string_view(joined).substr(begin));
+        return parse(mender_.mend(std::string_view(joined).substr(begin)), false);
+    }
+    lines_ += linesOf(piece);
+    parse(mender_.mend(piece), false);
+}
+
+void XmlImporter::takeEnd() {
+    // What is passed over took the end of the root with it.
+    parse(isPassing_ ? "</calls>" : mender_.end(), true);
+}
+
+bool XmlImporter::passOver() {
+    if (!isOfCalls_) return false;
+    XML_ParserReset(parser_.get(), encoding_.empty() ? nullptr : encoding_.c_str());
+    prepare();
+    mender_ = {};
+    depth_ = 0;
+    isPassing_ = true;
+    parse("<calls>", false);
+    return !isStopped();
+}
 
 void XmlImporter::parse(std::string_view text, bool isLast) {
     if (XML_Parse(parser_.get(), text.data(), static_cast<int>(text.size()), isLast) != XML_STATUS_ERROR) return;
@@ -40,7 +84,16 @@ void XmlImporter::parse(std::string_view text, bool isLast) {
 }
 
 void XmlImporter::takeElement(std::string_view name, const char** attributes) {
+    // What is nested takes memory for every level.
+    constexpr int deepest = 1000;
     ++depth_;
+    if (depth_ > deepest) {
+        found(line(),
+              Complaint{line(), "Elements are nested more than a thousand times. The file is damaged, or no backup.",
+                        Complaint::Reach::Call});
+        XML_StopParser(parser_.get(), XML_FALSE);
+        return;
+    }
     if (depth_ == 1) {
         isOfCalls_ = name == "calls";
         if (isOfCalls_) return;

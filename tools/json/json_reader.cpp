@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "tools/text/utf8.h"
+#include "tools/text/words.h"
 
 namespace tools {
 namespace {
@@ -145,16 +146,17 @@ bool JsonReader::readEscape(std::string& text) {
 }
 
 std::optional<std::string> JsonReader::text() {
+    auto text = beginningOfText();
+    return text && text->size() > longestText ? std::nullopt : std::move(text);
+}
+
+std::optional<std::string> JsonReader::beginningOfText() {
     if (!expect('"')) return std::nullopt;
-    std::string text;
+    std::string text, ignored;
     for (;;) {
         const int byte = peek();
         if (byte == ended) {
             fail("The file ends within a text. It may have been cut off; export it again.");
-            return std::nullopt;
-        }
-        if (text.size() > longestText) {
-            fail("The text is longer than a mebibyte.");
             return std::nullopt;
         }
         if (byte < 0x20) {
@@ -163,22 +165,27 @@ std::optional<std::string> JsonReader::text() {
         }
         takeByte();
         if (byte == '"') return text;
+        std::string& into = text.size() > longestText ? ignored : text;
+        ignored.clear();
         if (byte != '\\')
-            text += static_cast<char>(byte);
-        else if (!readEscape(text))
+            into += static_cast<char>(byte);
+        else if (!readEscape(into))
             return std::nullopt;
     }
 }
 
 std::optional<std::string> JsonReader::name() {
-    auto name = text();
+    auto name = beginningOfText();
     if (!name || !expect(':')) return std::nullopt;
     return name;
 }
 
 std::string JsonReader::word() {
     std::string word;
-    while (isOfWord(peek()) && word.size() < 100) word += takeByte();
+    while (isOfWord(peek())) {
+        const char byte = takeByte();
+        if (word.size() <= longestText) word += byte;
+    }
     return word;
 }
 
@@ -190,7 +197,7 @@ std::optional<std::int64_t> JsonReader::integer() {
     }
     const std::string digits = word();
     if (!isNumber(digits)) {
-        fail('"' + digits + "\" is no number.");
+        fail(quoted(digits) + " is no number.");
         return std::nullopt;
     }
     std::int64_t value = 0;

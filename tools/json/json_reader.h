@@ -26,9 +26,10 @@ class JsonReader {
     bool take(char mark);
     /// The same, with trouble.
     bool expect(char mark);
-    /// A text as UTF-8; halves of pairs become U+FFFD. Longer ones than a mebibyte are trouble.
+    /// A text as UTF-8; halves of pairs become U+FFFD. Nothing, without trouble, for one that is longer than a
+    /// mebibyte, which is passed.
     std::optional<std::string> text();
-    /// The name of a member and the colon behind it.
+    /// The name of a member and the colon behind it; of a name that is longer than a mebibyte that much.
     std::optional<std::string> name();
     /// A number that is whole, as 64 bits hold it; nothing, without trouble, for another number or value, which is
     /// passed.
@@ -47,6 +48,8 @@ class JsonReader {
     bool fail(std::string what);
     bool readEscape(std::string& text);
     std::optional<unsigned> readUnit();
+    /// The text up to a mebibyte and a few bytes; nothing after trouble.
+    std::optional<std::string> beginningOfText();
     bool passText();
     std::string word();
 

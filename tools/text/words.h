@@ -14,7 +14,13 @@ inline std::string lowerCase(std::string_view text) {
     return lower;
 }
 
-/// The text between quotation marks, as it stands in a sentence.
-inline std::string quoted(const std::string& text) { return '"' + text + '"'; }
+/// The text between quotation marks, as it stands in a sentence: a long one cut, with an ellipsis.
+inline std::string quoted(const std::string& text) {
+    constexpr std::size_t longest = 200;
+    if (text.size() <= longest) return '"' + text + '"';
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    return '"' + text.substr(0, end) + "\u2026\"";
+}
 
 }  // namespace tools
