@@ -202,7 +202,7 @@ class Check {
         switch (kind) {
             case R_X86_64_RELATIVE:
                 pointers_[relocation.r_offset] = addend;
-                return true;
+                return memory_.holds(addend);
             case R_X86_64_IRELATIVE:
                 return memory_.isCode(addend);
             case R_X86_64_64:

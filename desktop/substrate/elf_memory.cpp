@@ -135,6 +135,8 @@ std::optional<Bytes> Memory::content(std::uint64_t address, std::uint64_t size) 
     return file_.subspan(segment->p_offset + (address - segment->p_vaddr), size);
 }
 
+bool Memory::holds(std::uint64_t address) const { return segmentOf(address, 0) != nullptr; }
+
 bool Memory::isWritable(std::uint64_t address, std::uint64_t size) const {
     const auto* segment = segmentOf(address, size);
     return segment && (segment->p_flags & PF_W) != 0;

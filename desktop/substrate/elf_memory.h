@@ -37,6 +37,8 @@ class Memory {
         const auto bytes = content(address, sizeof(T));
         return bytes ? read<T>(*bytes, 0) : std::nullopt;
     }
+    /// Whether the address lies in the image, or just behind what lies there.
+    bool holds(std::uint64_t address) const;
     /// Whether the addresses lie in a segment that the loader may write to.
     bool isWritable(std::uint64_t address, std::uint64_t size) const;
     /// Whether the file puts a function there.

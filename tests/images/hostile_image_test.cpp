@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 
 #include "desktop/substrate/mach_image.h"
+#include "desktop/substrate/mach_loader.h"
 #include "desktop/substrate/substrate.h"
 #include "tests/images/files.h"
 
@@ -93,6 +96,54 @@ TEST_F(HostileImages, areToldByWhatIsWrongWithThem) {
     EXPECT_THAT(trouble, HasSubstr(cut.string()));
     EXPECT_THAT(trouble, HasSubstr("is cut short"));
     EXPECT_EQ(trouble.find('\n'), std::string::npos);
+}
+
+/// An image of one page whose only initialiser is the function at the address.
+std::vector<char> imageWithInitialiser(std::uint64_t address) {
+    constexpr std::uint64_t page = 4096;
+    constexpr std::uint32_t sizeOfSegment = 72 + 80, sizeOfFixUps = 48;
+    constexpr std::uint32_t rebases = 1024, pointer = 2048;
+    const auto put = [](std::vector<char>& to, auto value) {
+        const auto* bytes = reinterpret_cast<const char*>(&value);
+        to.insert(to.end(), bytes, bytes + sizeof value);
+    };
+    const auto name = [](std::vector<char>& to, const char* text) {
+        char field[16] = {};
+        std::copy_n(text, std::strlen(text), field);
+        to.insert(to.end(), field, field + sizeof field);
+    };
+    std::vector<char> image;
+    for (const std::uint32_t each : {0xFEEDFACFU, 0x01000007U, 3U, 6U, 2U, sizeOfSegment + sizeOfFixUps, 0U, 0U})
+        put(image, each);
+    for (const std::uint32_t each : {0x19U, sizeOfSegment}) put(image, each);
+    name(image, "__ALL");
+    for (const std::uint64_t each : {std::uint64_t{0}, 2 * page, std::uint64_t{0}, page}) put(image, each);
+    for (const std::uint32_t each : {7U, 7U, 1U, 0U}) put(image, each);
+    name(image, "__mod_init_func");
+    name(image, "__ALL");
+    put(image, std::uint64_t{pointer});
+    put(image, std::uint64_t{8});
+    for (const std::uint32_t each : {pointer, 3U, 0U, 0U, 9U, 0U, 0U, 0U}) put(image, each);
+    // Type: a pointer; segment 0, offset 2048; once; the end.
+    constexpr std::uint8_t opcodes[] = {0x11, 0x20, 0x80, 0x10, 0x51, 0x00};
+    for (const std::uint32_t each : {0x22U, sizeOfFixUps, rebases, std::uint32_t{sizeof opcodes}}) put(image, each);
+    image.resize(page);
+    std::memcpy(image.data() + rebases, opcodes, sizeof opcodes);
+    std::memcpy(image.data() + pointer, &address, sizeof address);
+    constexpr char returnAtOnce = '\xC3';
+    image[3000] = returnAtOnce;
+    return image;
+}
+
+TEST_F(HostileImages, callNothingThatTheFileDoesNotHold) {
+    const auto said = [&](std::uint64_t address) {
+        const auto image = imageWithInitialiser(address);
+        return substrate::mach::load(images::bytesOf(image)).value_or("loaded");
+    };
+    EXPECT_EQ(said(3000), "loaded");
+    // In the segment, but behind what the file has of it.
+    EXPECT_EQ(said(6000), "has an initialiser that is no code");
+    EXPECT_EQ(said(1 << 20), "has an initialiser that is no code");
 }
 
 TEST_F(HostileImages, namedOnTheCommandLineEndThePhone) {

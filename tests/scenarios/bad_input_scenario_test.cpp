@@ -72,6 +72,25 @@ TEST(BadInput, anotherProgramsDatabaseIsLeftAsItIs) {
     EXPECT_EQ(contentOf(handset.file("calls.db")), before);
 }
 
+TEST(BadInput, oneWrongByteInTheSettingsIsDamage) {
+    const Handset handset;
+    const std::string content = "<plist><dict><\x9dkey>a</key></dict></plist>";
+    write(handset.file("settings.plist"), content);
+    const auto outcome = handset.run("show\n");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_THAT(outcome.linesOf("rows"), SizeIs(1));
+    EXPECT_EQ(contentOf(handset.file("settings.plist.damaged-1")), content);
+}
+
+TEST(BadInput, aDataDirectoryWhoseNameIsNotUtf8IsUsed) {
+    const Handset handset;
+    const auto odd = handset.file("caf\xe9");
+    const auto outcome = handset.runIn("HOME='" + odd.string() + "'", "show\n", "--data '" + odd.string() + '\'');
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_THAT(outcome.linesOf("rows"), SizeIs(1));
+    EXPECT_TRUE(std::filesystem::exists(odd / "calls.db"));
+}
+
 TEST(BadInput, aDamagedCallLogIsSetAsideAndANewOneBegun) {
     const Handset handset;
     handset.fill({oneCall()});

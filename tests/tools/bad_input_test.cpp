@@ -91,6 +91,24 @@ TEST(BadInput, damagedSettingsAreSetAsideAndTheStatusTells) {
     EXPECT_EQ(directory.run("get minRec_Call").output, "20\n");
 }
 
+TEST(BadInput, oneWrongByteInTheSettingsIsDamageToEveryCommand) {
+    for (const std::string content :
+         {"<plist><dict><\x9dkey>a</key></dict></plist>", "<?xml version=\"1.0\"?><plist><dict><key>a</kez>",
+          "{ minRec_Call = \"\\Ud800\"; }", "bplist00\xff\xff\xff"}) {
+        const Directory directory;
+        ASSERT_EQ(directory.run("set minRec_Call 20").status, succeeded);
+        directory.write("data/settings.plist", content);
+        const auto examined = directory.run("doctor");
+        EXPECT_EQ(examined.status, failed) << content;
+        EXPECT_THAT(examined.output, HasSubstr("are damaged"));
+        const auto listed = directory.run("contacts list");
+        EXPECT_EQ(listed.status, succeeded) << listed.errors;
+        EXPECT_THAT(listed.errors, HasSubstr("settings.plist.damaged-1"));
+        EXPECT_EQ(contentOf(directory.file("data/settings.plist.damaged-1")), content);
+        EXPECT_EQ(directory.run("get minRec_Call").output, "50\n");
+    }
+}
+
 TEST(BadInput, aFolderThatCannotHoldDataIsNamed) {
     const Directory directory;
     directory.write("data", "a file in the way");
