@@ -86,7 +86,7 @@ std::int64_t importInto(CallStore& log, const std::filesystem::path& file) {
 
 struct Format {
     const char* name;
-    std::unique_ptr<tools::CallWriter> (*makeWriter)(const std::filesystem::path&);
+    std::unique_ptr<tools::CallWriter> (*makeWriter)(const std::filesystem::path&, files::Existing);
 };
 
 class RoundTrip : public testing::TestWithParam<Format> {
@@ -104,7 +104,7 @@ TEST_P(RoundTrip, losesAndChangesNothingAndAddsNothingASecondTime) {
         fill(log);
         const auto before = contentOf(log);
         const auto exported = directory.file("exported");
-        const auto writer = GetParam().makeWriter(exported);
+        const auto writer = GetParam().makeWriter(exported, files::Existing::refused);
         for (const CallRecord& call : before) RC_ASSERT(writer->write(call) == std::nullopt);
         RC_ASSERT(writer->finish() == std::nullopt);
 
