@@ -33,8 +33,8 @@ void expectPages(const CallStore& store, Filter filter, Mode mode, const std::ve
 
 /// What is found one by one: at first read from the file, and then from memory, where the term is in many calls.
 void expectFoundOneByOne(const CallStore& store, const LogModel& model, Filter filter) {
-    const auto expected =
-        model.where(filter, [](const CallRecord& call) { return call.address.find('5') != std::string::npos; });
+    const auto expected = model.where(
+        filter, [](const CallRecord& call) { return (call.address + call.name).find('5') != std::string::npos; });
     for (const char* turn : {"at first", "the second time", "the third"}) {
         std::vector<CallRecord> found;
         ASSERT_TRUE(store.eachFound(filter, "5", {}, [&](const CallRecord& call) { found.push_back(call); })) << turn;

@@ -57,7 +57,8 @@ void addDoctor(CLI::App& program, Session& session) {
     auto* command = program.add_subcommand("doctor", "Examines calls, contacts, settings and texts, and mends them");
     command->add_flag("--mend", *mends, "Mends what can be mended; a copy of it is kept as it was");
     command->footer(
-        "A line for each finding. The status is 0 where all is well in the end, 1 where something is wrong.\n\n"
+        "A line for each finding. The status is 0 where all is well in the end, 1 where something is wrong.\n"
+        "--mend also brings back the calls of a log that was damaged and that the Phone has set aside.\n\n"
         "Examples:\n  quorvelctl doctor\n  quorvelctl doctor --mend");
     command->callback([&session, mends] { session.chosen = [&session, mends] { return examine(session, *mends); }; });
 }
