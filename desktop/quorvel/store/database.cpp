@@ -175,7 +175,8 @@ Connection::Connection(std::filesystem::path path, Use use, std::chrono::millise
     if (use == Use::write) access |= SQLITE_OPEN_CREATE;
     if (use == Use::readFileOnly) access = SQLITE_OPEN_READONLY;
     if (use == Use::readUnchanging) access = SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
-    const std::string name = use == Use::readUnchanging ? unchangingName(path_) : databaseName(path_);
+    std::string name = use == Use::memory ? ":memory:" : databaseName(path_);
+    if (use == Use::readUnchanging) name = unchangingName(path_);
     // What SQLite keeps beside the file gets the file's own mode.
     if (use == Use::write) files::makePrivateFile(path_);
     sqlite3* database = nullptr;

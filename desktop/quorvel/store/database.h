@@ -91,8 +91,9 @@ class Connection {
     enum class Use {
         write,
         read,
-        readFileOnly,   ///< The connection cannot write.
-        readUnchanging  ///< The same of a file that nobody changes meanwhile: nothing is made or kept beside it.
+        readFileOnly,    ///< The connection cannot write.
+        readUnchanging,  ///< The same of a file that nobody changes meanwhile: nothing is made or kept beside it.
+        memory           ///< A database without a file, empty at first; the path is not looked at.
     };
 
     /// With `write` a file that is not there is made, for its user alone.

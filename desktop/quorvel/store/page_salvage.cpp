@@ -138,7 +138,7 @@ void PageSalvage::takeWriteAheadLogIn() {
 }
 
 void PageSalvage::replaceFirstPage() {
-    Connection made(":memory:", Connection::Use::write, {}, {});
+    Connection made({}, Connection::Use::memory, {}, {});
     made.execute(("pragma page_size = " + std::to_string(pageSize_)).c_str());
     made.execute(tableOfPages);
     sqlite3_int64 size = 0;

@@ -166,7 +166,7 @@ std::vector<SchemaPart> partsOf(Connection& connection) {
 const std::vector<SchemaPart>& ownParts(std::int64_t version) {
     static const auto all = [] {
         std::array<std::vector<SchemaPart>, schemaVersion> made;
-        Connection memory(":memory:", Connection::Use::write, {}, {});
+        Connection memory({}, Connection::Use::memory, {}, {});
         for (std::size_t step = 0; step < steps.size(); ++step) {
             memory.execute(steps[step]);
             made[step] = partsOf(memory);
