@@ -102,8 +102,8 @@ void DataDirectory::makePrivate() const {
         std::string beginning;
         std::string ending;
     };
-    const Ours all[] = {{path_, "calls.db", ""},    {path_, "settings.plist", ""},  {contacts(), "contacts.db", ""},
-                        {contacts(), "denied", ""}, {notifications(), "", ".post"}, {shared(), "", ".vcf"},
+    const Ours all[] = {{path_, "calls.db", ""},       {path_, "settings.plist", ""},  {contacts(), "contacts.db", ""},
+                        {contacts(), "denied", ""},    {notifications(), "", ".post"}, {shared(), "", ".vcf"},
                         {temporaryFiles(), "", ".log"}};
     for (const auto& folder : {contacts(), notifications(), temporaryFiles(), shared()}) files::makePrivate(folder);
     if (!isSharedWithMore(path_)) files::makePrivate(path_);

@@ -62,7 +62,8 @@ TextTable TextTable::builtIn() {
     std::vector<std::string> trouble;
     TextTable table;
     table.addStrings(objc::Strong<>(foundation::dictionaryInStringTable(builtInStrings())), {}, trouble);
-    table.addPlurals(objc::Strong<>(foundation::dictionaryInStringTable(builtInPlurals())), std::string(usualLanguage), {}, trouble);
+    table.addPlurals(objc::Strong<>(foundation::dictionaryInStringTable(builtInPlurals())), std::string(usualLanguage),
+                     {}, trouble);
     return table;
 }
 
