@@ -124,10 +124,10 @@ int run(phone::Options options) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-    files::makeNewFilesPrivate();
-    foundation::takeArguments(arguments);
     uncaught::openStandardDescriptors();
     uncaught::reportExceptions("phone", phone::callersError());
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     const auto [options, exitStatus] = phone::parseOptions(argumentCount, arguments);
     if (exitStatus) return *exitStatus;
     const int status = run(options);

@@ -53,7 +53,7 @@ TEST_F(Programs, thePhoneTellsItsCallerAndItsLogWhichExceptionEndedIt) {
 
 #if !defined(NO_PRELOADING)
 TEST_F(Programs, bothTellTheirCallerOfAnExceptionOfCxx) {
-    const std::string preloading = "LD_PRELOAD='" THROWING_DATABASE "' '";
+    const std::string preloading = "LD_PRELOAD='" THROWING_MASK "' '";
     struct Program {
         const char* name;
         const char* command;
@@ -62,8 +62,8 @@ TEST_F(Programs, bothTellTheirCallerOfAnExceptionOfCxx) {
          {Program{"phone", PHONE_PROGRAM "' --script -"}, Program{"quorvelctl", QUORVELCTL_PROGRAM "' list"}}) {
         EXPECT_EQ(run(preloading + command), abortedInShell);
         EXPECT_THAT(contentOf("errors"), HasSubstr(std::string(program) + ": ended by an exception"));
-        EXPECT_THAT(contentOf("errors"), HasSubstr("std::runtime_error: no database today"));
-        EXPECT_THAT(contentOf("errors"), HasSubstr(THROWING_DATABASE "(")) << "the stack of calls";
+        EXPECT_THAT(contentOf("errors"), HasSubstr("std::runtime_error: no mask today"));
+        EXPECT_THAT(contentOf("errors"), HasSubstr(THROWING_MASK "(")) << "the stack of calls";
     }
 }
 #endif

@@ -12,10 +12,10 @@
 #include "tools/quorvelctl/program.h"
 
 int main(int argumentCount, char** arguments) {
-    files::makeNewFilesPrivate();
-    foundation::takeArguments(arguments);
     uncaught::openStandardDescriptors();
     uncaught::reportExceptions("quorvelctl", STDERR_FILENO);
+    files::makeNewFilesPrivate();
+    foundation::takeArguments(arguments);
     const objc::AutoreleasePool pool;
     tools::Session session;
     CLI::App program;

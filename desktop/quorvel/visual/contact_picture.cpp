@@ -10,7 +10,6 @@
 #include <iterator>
 #include <vector>
 
-#include "desktop/addressbook/numbers.h"
 #include "desktop/graphics/icons.h"
 #include "desktop/graphics/text.h"
 
@@ -29,6 +28,20 @@ bool standsAlone(UChar32 letter) {
     const UScriptCode script = uscript_getScript(letter, &status);
     return script != USCRIPT_LATIN && script != USCRIPT_CYRILLIC && script != USCRIPT_GREEK &&
            script != USCRIPT_ARMENIAN && script != USCRIPT_HEBREW;
+}
+
+/// What all spellings of a number share, its last digits, or the address in small letters. Rows are drawn with it while
+/// the list scrolls, so the library of numbers is not asked.
+std::string spellingIndependentPart(const std::string& address) {
+    constexpr std::size_t sharedDigits = 7;
+    std::string digits;
+    std::string letters;
+    for (const char letter : address) {
+        if (letter >= '0' && letter <= '9') digits += letter;
+        letters += letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+    if (address.find('@') != std::string::npos || digits.empty()) return letters;
+    return digits.size() > sharedDigits ? digits.substr(digits.size() - sharedDigits) : digits;
 }
 
 }  // namespace
@@ -57,7 +70,7 @@ unsigned pictureTone(int record, const std::string& address) {
     if (record > 0) return static_cast<unsigned>(record);
     // FNV-1a: the same in every process and on every machine.
     unsigned hash = 2166136261U;
-    for (const char letter : contacts::keyOf(address).text)
+    for (const char letter : spellingIndependentPart(address))
         hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619U;
     return hash;
 }

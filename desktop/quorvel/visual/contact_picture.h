@@ -12,7 +12,8 @@ namespace quorvel {
 std::string initialsOf(const std::string& name);
 
 /// Which muted colour stands behind a caller's initials: that of the contact with this record, or, where that is below
-/// 1, of the address in any of its forms. A caller has the same one in every list and on every card. Any thread.
+/// 1, of the address in any of its forms. A caller has the same one in every list and on every card. Numbers that
+/// share their last seven digits share the colour. Any thread.
 unsigned pictureTone(int record, const std::string& address);
 
 /// Draws the image, cut round; without one the initials on the colour that `tone` picks, or the figure.
