@@ -24,9 +24,9 @@ void replaceOvertakenResult(const CallList& list);
 
 /// The one way of a result into the list's state. `put` writes it, and answers whether it found what it rests on
 /// unchanged. It is carried out only while the edition lasts in which the result was asked for: an older result is
-/// dropped, because whoever began the later edition works the list out. Where the edition ended, or another result came
-/// in, while this one was written, `undo` is called and the list is worked out again. Answers whether the result is in;
-/// `asked` is the moment after it then. Any thread.
+/// dropped, because the code that began the later edition works the list out. Where the edition ended, or another
+/// result came in, while this one was written, `undo` is called and the list is worked out again. Answers whether the
+/// result is in; `asked` is the moment after it then. Any thread.
 template <class Put, class Undo>
 bool putIn(const CallList& list, rows::Edition::Moment& asked, Put put, Undo undo) {
     auto& edition = list.state.edition;

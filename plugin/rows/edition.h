@@ -9,9 +9,9 @@ namespace rows {
 
 /// Counts what happens to a list's state. An edition lasts until what its results rest on changes: the text of a
 /// search, the filter, the calls themselves. A result carries the moment at which it was asked for, and goes in only
-/// while the edition of that moment lasts; whoever begins a new edition works the list out again. Within an edition
-/// results may overtake each other: either may rest on what is gone by then, and whoever finishes last works it out
-/// again. So the last result in is always one of the last edition that nothing overtook. Any thread.
+/// while the edition of that moment lasts; the code that begins a new edition works the list out again. Within an
+/// edition results may overtake each other: either may rest on what is gone by then, so the one that finishes last is
+/// worked out again. The last result in is therefore one of the last edition that nothing overtook. Any thread.
 class Edition {
   public:
     /// The moment at which a result is asked for: before the work looks at anything.
