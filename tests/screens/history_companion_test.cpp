@@ -38,11 +38,11 @@ void setCount(id service, SEL name, std::int64_t count) {
 }
 
 template <objc::Name name, class Function>
-void watchMessage(Function replacement, Function& original) {
+void watchMessage(Function replacement, Function& former) {
     IMP previous = nullptr;
     MSHookMessageEx(objc::classNamed<"QVDataController">(), objc::selector<name>(), objc::implementation(replacement),
                     &previous);
-    original = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(previous));
+    former = reinterpret_cast<Function>(reinterpret_cast<void (*)()>(previous));
 }
 
 class HistoryCompanion : public HistoryTest {
