@@ -2,8 +2,10 @@
 #include "desktop/quorvel/store/log_files.h"
 
 #include <algorithm>
+#include <charconv>
 #include <ctime>
-#include <regex>
+#include <optional>
+#include <string_view>
 #include <tuple>
 
 #include "desktop/quorvel/store/page_copy.h"
@@ -36,9 +38,33 @@ fs::path formerName(const fs::path& log, const std::string& why, std::int64_t mo
     return name;
 }
 
+namespace {
+
+/// The moment and the number in the ending that formerName() gives a name; nothing where another one gave it.
+std::optional<std::pair<std::string, long>> momentIn(std::string_view ending) {
+    constexpr std::string_view shape = "dddd-dd-dd-dddddd";
+    std::string_view why = ".before-";
+    if (ending.starts_with(".before-mending-")) why = ".before-mending-";
+    if (!ending.starts_with(why)) return {};
+    ending.remove_prefix(why.size());
+    if (ending.size() < shape.size()) return {};
+    const auto isDigit = [](char letter) { return letter >= '0' && letter <= '9'; };
+    for (std::size_t at = 0; at < shape.size(); ++at)
+        if (shape[at] == 'd' ? !isDigit(ending[at]) : ending[at] != shape[at]) return {};
+    const std::string moment(ending.substr(0, shape.size()));
+    ending.remove_prefix(shape.size());
+    if (ending.empty()) return {{moment, 1}};
+    constexpr std::size_t mostDigits = 9;
+    if (ending.front() != '-' || ending.size() < 2 || ending.size() > 1 + mostDigits) return {};
+    long number = 0;
+    const auto read = std::from_chars(ending.data() + 1, ending.data() + ending.size(), number);
+    if (read.ec != std::errc() || read.ptr != ending.data() + ending.size() || number < 0) return {};
+    return {{moment, number}};
+}
+
+}  // namespace
+
 std::vector<fs::path> removeOldFormerLogs(const fs::path& log, const fs::path& exceptFor) {
-    // Nothing but what formerName() makes: a copy of the user's own may be called much the same.
-    static const std::regex ending(R"(\.before(-mending)?-(\d{4}-\d\d-\d\d-\d{6})(?:-(\d{1,9}))?)");
     std::vector<std::tuple<std::string, long, fs::path>> found;
     const std::string beginning = log.filename().string();
     std::error_code ignored;
@@ -46,10 +72,9 @@ std::vector<fs::path> removeOldFormerLogs(const fs::path& log, const fs::path& e
     for (const auto& name : files::namesIn(folder)) {
         const fs::path file = folder / name;
         if (!name.starts_with(beginning) || fs::equivalent(file, exceptFor, ignored)) continue;
-        std::smatch parts;
-        const std::string rest = name.substr(beginning.size());
-        if (!std::regex_match(rest, parts, ending)) continue;
-        found.emplace_back(parts[2].str(), parts[3].matched ? std::stol(parts[3].str()) : 1, file);
+        // Nothing but what formerName() makes: a copy of the user's own may be called much the same.
+        const auto moment = momentIn(std::string_view(name).substr(beginning.size()));
+        if (moment) found.emplace_back(moment->first, moment->second, file);
     }
     std::ranges::sort(found, std::greater());
     std::vector<fs::path> removed;
