@@ -44,7 +44,7 @@ function(quorvel_fuzzer name)
         VERBATIM)
     add_custom_target(${name} ALL DEPENDS ${program})
     # What it finds on the way goes into the first folder, empty at the beginning; the kept corpus is only read.
-    set(found ${CMAKE_CURRENT_BINARY_DIR}/found)
+    set(found ${CMAKE_CURRENT_BINARY_DIR}/found_${name})
     add_test(NAME ${FUZZ_TEST}.findsNothingOnTheWayFromTheKeptCorpus
              COMMAND sh -c "rm -rf '${found}' && mkdir -p '${found}' && exec '${program}' -runs=${FUZZ_RUNS} -seed=1 \
                             -max_len=${FUZZ_LENGTH} -timeout=1 -artifact_prefix='${found}/' ${FUZZ_ARGUMENTS} '${found}' \

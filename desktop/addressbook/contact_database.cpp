@@ -48,6 +48,33 @@ pragma user_version = 1;
 
 std::string named(const Connection& connection) { return "The file " + connection.path().string(); }
 
+Failure damage(const Connection& connection, const char* what) {
+    return {quorvel::store::errorOf(SQLITE_CORRUPT, what, connection.path())};
+}
+
+/// The number as an identifier of a contact or value; a file that others have written may hold any.
+int identifierOf(const Connection& connection, std::int64_t number) {
+    if (number < 0 || number > INT32_MAX) throw damage(connection, "an identifier is out of range");
+    return static_cast<int>(number);
+}
+
+/// The file may say that it is ours and lack what ours has.
+void checkTables(Connection& connection) {
+    for (const char* text :
+         {"select record, created, modified from contact",
+          "select contact, property, position, key, identifier, label, value from field",
+          "select contact, position, line from other", "select contact, image from picture",
+          "select position, address from blocked", "select position, contact, address from favourite",
+          "select seq from sqlite_sequence where name = 'contact'"}) {
+        try {
+            Statement(connection.handle(), text, connection.path());
+        } catch (const Failure& failure) {
+            if (failure.error.kind != ErrorKind::failed) throw;
+            throw damage(connection, sqlite3_errmsg(connection.handle()));
+        }
+    }
+}
+
 void prepare(Connection& connection) {
     Transaction transaction(connection, Transaction::Kind::write);
     const auto application = connection.integerOf("pragma application_id");
@@ -64,6 +91,7 @@ void prepare(Connection& connection) {
                                    std::to_string(version) + ", this one reads " + std::to_string(schemaVersion) +
                                    "). Update the program; the file was left as it is."}};
     }
+    checkTables(connection);
     transaction.commit();
 }
 
@@ -71,7 +99,7 @@ void loadContacts(Connection& connection, Content& content) {
     Statement& rows = connection.statement("select record, created, modified from contact order by record");
     while (rows.step()) {
         Contact& contact = content.contacts.emplace_back();
-        contact.record = static_cast<int>(rows.integer(0));
+        contact.record = identifierOf(connection, rows.integer(0));
         contact.created = rows.integer(1);
         contact.modified = rows.integer(2);
     }
@@ -101,7 +129,7 @@ void loadFields(Connection& connection, std::vector<Contact>& contacts) {
         }
         auto& values = contact->lists[property];
         if (&values != before || rows.integer(2) != position)
-            values.push_back({static_cast<int>(rows.integer(4)), std::string(rows.text(5)), {}, {}});
+            values.push_back({identifierOf(connection, rows.integer(4)), std::string(rows.text(5)), {}, {}});
         before = &values;
         position = rows.integer(2);
         if (const auto key = rows.text(3); key.empty())
@@ -144,8 +172,10 @@ Result<Content> ContactDatabase::load() {
         while (blocked.step()) content.blocked.emplace_back(blocked.text(0));
         Statement& favourites = connection_->statement("select contact, address from favourite order by position");
         while (favourites.step())
-            content.favourites.push_back({static_cast<int>(favourites.integer(0)), std::string(favourites.text(1))});
-        content.newestRecord = static_cast<int>(
+            content.favourites.push_back(
+                {identifierOf(*connection_, favourites.integer(0)), std::string(favourites.text(1))});
+        content.newestRecord = identifierOf(
+            *connection_,
             connection_->integerOf("select coalesce(max(seq), 0) from sqlite_sequence where name = 'contact'"));
         seenVersion_ = connection_->integerOf("pragma data_version");
         return content;

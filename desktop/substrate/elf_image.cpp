@@ -49,7 +49,29 @@ class Check {
         // Code that is written to, and relocations of another form.
         if (tag(DT_TEXTREL) || (tagOr0(DT_FLAGS) & DF_TEXTREL) != 0 || tag(DT_REL)) return false;
         const auto table = tag(DT_PLTGOT);
-        return !table || memory_.isWritable(*table, 3 * pointerSize);
+        return haveTheirSizes() && (!table || memory_.isWritable(*table, 3 * pointerSize));
+    }
+    /// The loader takes for granted that what belongs together is there together.
+    bool haveTheirSizes() const {
+        static constexpr std::pair<std::int64_t, std::int64_t> together[] = {{DT_INIT_ARRAY, DT_INIT_ARRAYSZ},
+                                                                             {DT_FINI_ARRAY, DT_FINI_ARRAYSZ},
+                                                                             {DT_RELA, DT_RELASZ},
+                                                                             {DT_RELA, DT_RELAENT},
+                                                                             {DT_JMPREL, DT_PLTRELSZ},
+                                                                             {DT_JMPREL, DT_PLTREL},
+                                                                             {DT_RELR, DT_RELRSZ},
+                                                                             {DT_RELR, DT_RELRENT},
+                                                                             {DT_STRTAB, DT_STRSZ},
+                                                                             {DT_VERNEED, DT_VERNEEDNUM},
+                                                                             {DT_VERDEF, DT_VERDEFNUM}};
+        for (const auto& [one, other] : together)
+            if (tag(one).has_value() != tag(other).has_value()) return false;
+        if ((tag(DT_VERNEED) || tag(DT_VERDEF)) != tag(DT_VERSYM).has_value()) return false;
+        static constexpr std::int64_t places[] = {DT_INIT,   DT_FINI,    DT_INIT_ARRAY, DT_FINI_ARRAY, DT_GNU_HASH,
+                                                  DT_HASH,   DT_RELA,    DT_JMPREL,     DT_RELR,       DT_STRTAB,
+                                                  DT_SYMTAB, DT_VERNEED, DT_VERDEF,     DT_VERSYM,     DT_PLTGOT};
+        return std::ranges::all_of(
+            places, [this](std::int64_t place) { return !tag(place) || memory_.beginsSection(*tag(place)); });
     }
     static bool isOfString(std::int64_t name) {
         return name == DT_NEEDED || name == DT_SONAME || name == DT_RPATH || name == DT_RUNPATH ||
@@ -66,13 +88,16 @@ class Check {
     }
     const char* text(std::uint64_t name) const { return reinterpret_cast<const char*>(strings_.data()) + name; }
 
-    /// Nothing where the symbol is not whole, or would be called to find out what it is and is no code.
+    /// Nothing where the symbol is not whole, or is a function of the image and no code.
     std::optional<Elf64_Sym> symbol(std::uint64_t index) const {
         if (index > UINT32_MAX) return std::nullopt;
         const auto found = memory_.value<Elf64_Sym>(*tag(DT_SYMTAB) + index * sizeof(Elf64_Sym));
         if (!found || found->st_name >= strings_.size()) return std::nullopt;
-        const bool isCalled = ELF64_ST_TYPE(found->st_info) == STT_GNU_IFUNC && found->st_shndx != SHN_UNDEF;
-        if (isCalled && !memory_.isCode(found->st_value)) return std::nullopt;
+        const auto kind = ELF64_ST_TYPE(found->st_info);
+        const bool isFunction = (kind == STT_GNU_IFUNC || kind == STT_FUNC) && found->st_shndx != SHN_UNDEF;
+        // The loader looks for a symbol of another image by its name, unless the symbol is hidden.
+        if (found->st_shndx == SHN_UNDEF && found->st_other != STV_DEFAULT) return std::nullopt;
+        if (isFunction && !memory_.isCode(found->st_value)) return std::nullopt;
         return found;
     }
 
@@ -197,7 +222,8 @@ class Check {
         // A description of a variable of a thread takes two pointers.
         const std::uint64_t size = kind == R_X86_64_TLSDESC ? 2 * pointerSize : pointerSize;
         if (kind == R_X86_64_NONE) return true;
-        if (!memory_.isWritable(relocation.r_offset, size) || !use(index)) return false;
+        if (relocation.r_offset % pointerSize != 0 || !memory_.isWritable(relocation.r_offset, size) || !use(index))
+            return false;
         const auto addend = static_cast<std::uint64_t>(relocation.r_addend);
         switch (kind) {
             case R_X86_64_RELATIVE:
@@ -209,6 +235,8 @@ class Check {
             case R_X86_64_GLOB_DAT:
             case R_X86_64_JUMP_SLOT: {
                 const auto target = *symbol(index);
+                const bool isOwn = target.st_shndx != SHN_UNDEF;
+                if (kind == R_X86_64_JUMP_SLOT && isOwn && !memory_.isCode(target.st_value)) return false;
                 if (target.st_shndx == SHN_UNDEF)
                     foreign_.insert(relocation.r_offset);
                 else
@@ -232,7 +260,7 @@ class Check {
         if (!entries || tagOr0(DT_RELRENT) != pointerSize || size % pointerSize != 0) return false;
         const auto take = [this](std::uint64_t place) {
             const auto value = memory_.value<std::uint64_t>(place);
-            if (!value || !memory_.isWritable(place, pointerSize)) return false;
+            if (!value || place % pointerSize != 0 || !memory_.isWritable(place, pointerSize)) return false;
             pointers_[place] = *value;
             return true;
         };

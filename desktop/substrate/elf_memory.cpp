@@ -1,6 +1,8 @@
 // Headers and segments.
 #include "desktop/substrate/elf_memory.h"
 
+#include <algorithm>
+
 namespace substrate::elf {
 namespace {
 
@@ -34,22 +36,33 @@ std::optional<std::string> Memory::map(Bytes file) {
     if (header->e_phentsize != sizeof(Elf64_Phdr) || header->e_phnum == 0 || header->e_phnum > mostSegments ||
         header->e_phoff % alignof(Elf64_Phdr) != 0)
         return damaged;
-    // Nothing follows the table of sections, but it stands behind all that is loaded: a file without it lacks its end.
-    const auto sections = std::uint64_t{header->e_shnum} * header->e_shentsize;
-    if (header->e_shoff != 0 && !fits(header->e_shoff, sections, file.size())) return cutShort;
-    return takeSegments(file, *header);
+    if (auto trouble = takeSections(*header)) return trouble;
+    return takeSegments(*header);
 }
 
-std::optional<std::string> Memory::takeSegments(Bytes file, const Elf64_Ehdr& header) {
+// The loader has no use for sections, but they stand behind all that is loaded, so that a file without them lacks its
+// end; and they say a second time where tables begin.
+std::optional<std::string> Memory::takeSections(const Elf64_Ehdr& header) {
+    if (header.e_shoff == 0) return std::nullopt;
+    if (header.e_shentsize != sizeof(Elf64_Shdr)) return damaged;
+    for (unsigned i = 0; i < header.e_shnum; ++i) {
+        const auto section = read<Elf64_Shdr>(file_, header.e_shoff + i * sizeof(Elf64_Shdr));
+        if (!section) return cutShort;
+        if ((section->sh_flags & SHF_ALLOC) != 0) sections_.push_back(*section);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> Memory::takeSegments(const Elf64_Ehdr& header) {
     std::vector<Elf64_Phdr> segments;
     for (unsigned i = 0; i < header.e_phnum; ++i) {
-        const auto segment = read<Elf64_Phdr>(file, header.e_phoff + i * sizeof(Elf64_Phdr));
+        const auto segment = read<Elf64_Phdr>(file_, header.e_phoff + i * sizeof(Elf64_Phdr));
         if (!segment) return cutShort;
         segments.push_back(*segment);
         if (segment->p_type == PT_LOAD)
             if (auto trouble = takeLoaded(*segment)) return trouble;
     }
-    if (loaded_.empty()) return damaged;
+    if (loaded_.empty() || !agreesWithSections()) return damaged;
     for (const auto& segment : segments)
         if (auto trouble = checkOther(segment)) return trouble;
     for (const auto& segment : segments) {
@@ -136,6 +149,21 @@ std::optional<Bytes> Memory::content(std::uint64_t address, std::uint64_t size) 
 }
 
 bool Memory::holds(std::uint64_t address) const { return segmentOf(address, 0) != nullptr; }
+
+bool Memory::beginsSection(std::uint64_t address) const {
+    return sections_.empty() ||
+           std::ranges::any_of(sections_, [address](const Elf64_Shdr& section) { return section.sh_addr == address; });
+}
+
+/// Whether each section is loaded from where it says that it stands.
+bool Memory::agreesWithSections() const {
+    return std::ranges::all_of(sections_, [this](const Elf64_Shdr& section) {
+        if (section.sh_type == SHT_NOBITS || section.sh_size == 0) return true;
+        const auto* segment = segmentOf(section.sh_addr, section.sh_size);
+        return segment && content(section.sh_addr, section.sh_size) &&
+               segment->p_offset + (section.sh_addr - segment->p_vaddr) == section.sh_offset;
+    });
+}
 
 bool Memory::isWritable(std::uint64_t address, std::uint64_t size) const {
     const auto* segment = segmentOf(address, size);

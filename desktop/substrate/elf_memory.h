@@ -43,17 +43,22 @@ class Memory {
     bool isWritable(std::uint64_t address, std::uint64_t size) const;
     /// Whether the file puts a function there.
     bool isCode(std::uint64_t address) const;
+    /// Whether a section begins there, or the file does not say where any does.
+    bool beginsSection(std::uint64_t address) const;
     const Elf64_Phdr& dynamic() const { return dynamic_; }
 
   private:
-    std::optional<std::string> takeSegments(Bytes file, const Elf64_Ehdr& header);
+    std::optional<std::string> takeSections(const Elf64_Ehdr& header);
+    std::optional<std::string> takeSegments(const Elf64_Ehdr& header);
     std::optional<std::string> takeLoaded(const Elf64_Phdr& segment);
     std::optional<std::string> checkOther(const Elf64_Phdr& segment) const;
+    bool agreesWithSections() const;
     bool areNotes(Bytes notes, std::uint64_t alignment) const;
     const Elf64_Phdr* segmentOf(std::uint64_t address, std::uint64_t size) const;
 
     Bytes file_;
     std::vector<Elf64_Phdr> loaded_;
+    std::vector<Elf64_Shdr> sections_;  // those that are loaded
     Elf64_Phdr dynamic_{};
 };
 

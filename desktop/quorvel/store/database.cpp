@@ -188,6 +188,8 @@ Connection::Connection(std::filesystem::path path, Use use, std::chrono::millise
     sqlite3_busy_timeout(database, static_cast<int>(busyBound.count()));
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    // Nothing here is a view; one in the place of a table may have no end.
+    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     // The log's triggers mark the changes of others; see schema.cpp.
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
 }
