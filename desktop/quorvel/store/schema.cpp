@@ -182,6 +182,8 @@ bool isAmong(const std::vector<SchemaPart>& parts, const SchemaPart& part) {
 
 /// That every table and index is there, and is defined as this program defines it: what a statement does depends on it.
 void checkTables(Connection& connection) {
+    // Of one moment: another process may be bringing the log up.
+    const Transaction moment(connection, Transaction::Kind::read);
     const std::vector<SchemaPart> parts = partsOf(connection);
     for (const SchemaPart& own : ownParts(versionOf(connection))) {
         if (isAmong(parts, own)) continue;
