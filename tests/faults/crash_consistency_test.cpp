@@ -209,7 +209,9 @@ TEST_P(CrashConsistency, atEachCallItIsTheStateBeforeOrTheStateAfter) {
         ASSERT_TRUE(status == 0 || status == 1 || status == 2 || status == 99) << status << said();
         const State left = stateOf(work_);
         EXPECT_TRUE(isBeforeOrAfter(left, before, after)) << status << ' ' << said();
-        if (status == 0) EXPECT_TRUE(isSame(left, after)) << said();
+        if (status == 0) {
+            EXPECT_TRUE(isSame(left, after)) << said();
+        }
         // Those that refuse what is there have nothing left to do where it is.
         const int again = run(0, how);
         const bool isDone = !writer.isRepeatable && left.written == after.written;
