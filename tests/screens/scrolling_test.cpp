@@ -13,11 +13,13 @@ using contacts::numbersWorkedOut;
 
 class Scrolling : public ScreenTest {
   protected:
-    Scrolling() {
+    explicit Scrolling(const char* name = "") {
         setSetting("region", "DE");
         std::vector<Call> calls;
         for (int i = 0; i < 120; ++i) addresses_.push_back("+49301234" + std::to_string(1000 + i));
-        for (int i = 0; i < 120; ++i) calls.push_back({addresses_[static_cast<std::size_t>(i)].c_str(), noon + i * 60});
+        for (int i = 0; i < 120; ++i)
+            calls.push_back(
+                {.address = addresses_[static_cast<std::size_t>(i)].c_str(), .date = noon + i * 60, .name = name});
         fill(calls);
     }
     /// Draws every row from that one up to the other, a few at a time.
@@ -59,6 +61,20 @@ TEST_F(Scrolling, worksOutNothingOfAPageThatCameWhileScrolling) {
     EXPECT_EQ(numbersWorkedOut(), before + 100);
     scrollAcross(45, 90);
     EXPECT_EQ(numbersWorkedOut(), before + 100);
+}
+
+/// Their initials stand on a colour that follows the number.
+class ScrollingNamedCallers : public Scrolling {
+  protected:
+    ScrollingNamedCallers() : Scrolling("Harbour Office") {}
+};
+
+TEST_F(ScrollingNamedCallers, worksOutNothingOfTheRowsThatWereRead) {
+    start();
+    const auto before = numbersWorkedOut();
+    scrollAcross(0, 40);
+    EXPECT_GT(shown_, 0U);
+    EXPECT_EQ(numbersWorkedOut(), before);
 }
 
 TEST_F(Scrolling, showsThePlaceOfANumberWhoseCallNamesNone) {

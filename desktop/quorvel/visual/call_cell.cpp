@@ -46,7 +46,7 @@ void CallCell::setCallEntry(objc::Object entry) {
     facts_ = readCall(entry);
     showsPictures_ = sources().showsPictures();
     picture_ = {};
-    if (showsPictures_) tone_ = pictureTone(facts_.contact, facts_.number);
+    if (showsPictures_ && !facts_.name.empty()) tone_ = pictureTone(facts_.contact, facts_.number);
     lookUpPicture();
     refresh();
 }

@@ -44,7 +44,7 @@ class CallCell : public uikit::TableViewCell {
     CallFacts facts_;
     mutable std::optional<RowText> row_;  // made when first asked for after a change
     graphics::Image picture_;
-    unsigned tone_ = 0;
+    unsigned tone_ = 0;  // of a named caller
     bool showsPictures_ = false;
     bool showsDay_ = false;
     bool showsCount_ = false;
