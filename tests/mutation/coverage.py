@@ -13,7 +13,7 @@ import suite
 from tree import Trouble, output_of
 
 # Of the stored map.
-FORMAT = 2
+FORMAT = 3
 TRACE = "__sanitizer_cov_trace_pc"
 
 
@@ -85,6 +85,8 @@ class Blocks:
     def __init__(self, tree, image):
         self.tree = tree
         returns, functions = self._calls(image)
+        if not returns:
+            raise Trouble(f"{image} reports no basic block: the compiler has left the calls out.")
         self.lines = {address: set() for address in returns}
         for file, line, address in self._rows(image):
             first = bisect.bisect_right(functions, address) - 1
@@ -97,6 +99,8 @@ class Blocks:
                 at += 1
             if at < len(returns) and functions[first] <= returns[at] < end:
                 self.lines[returns[at]].add((file, line))
+        if not any(self.lines.values()):
+            raise Trouble(f"{image} has no line of the plug-in: objdump could not read its debugging data.")
 
     def _calls(self, image):
         returns, functions = [], []
@@ -117,11 +121,11 @@ class Blocks:
                             if path.suffix in (".h", ".cpp")}):
             files[name] = name
         current = None
-        for line in output_of(["objdump", "--dwarf=decodedline", "-W", image]).stdout.split("\n"):
-            if match := re.match(r"^(?:CU: )?(/?[^\s:]*/[^:]*\.(?:h|cpp)):?(?:\[\+\+\])?$", line.strip()):
-                path = match[1]
-                at = path.find("plugin/")
-                current = files.get(path[at:]) if at >= 0 else None
+        for line in output_of(["objdump", "--dwarf=decodedline", image]).stdout.split("\n"):
+            if line.endswith((":", ":[++]")):
+                path = line.rsplit(":", 1)[0]
+                at = path.rfind("/plugin/")
+                current = files.get(path[at + 1 :]) if at >= 0 else None
             elif current and (match := re.match(r"^\S+\s+(\d+)\s+0x([0-9a-f]+)", line)):
                 yield current, int(match[1]), int(match[2], 16)
 

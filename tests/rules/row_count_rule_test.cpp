@@ -102,8 +102,8 @@ TEST(RowCountRule, clampsToAPageUnlessMoreWasReached) {
                                 {120, 50, 51, 500, 51},   {120, 50, 500, 500, 500}, {120, 50, 501, 500, 500},
                                 {120, 50, 600, 500, 500}, {50, 50, 100, 500, 50},   {51, 50, 100, 500, 100},
                                 {51, 50, 0, 500, 50},     {30, 50, 100, 500, 30},   {0, 0, 7, 9, 0},
-                                {3, 0, 0, 9, 0},          {120, 50, 45, 40, 40},    {120, 50, 40, 40, 50},
-                                {120, 50, 60, 60, 60},    {3, -1, 2, 9, 3}};
+                                {3, 0, 0, 9, 0},          {3, 0, 1, 9, 1},          {120, 50, 45, 40, 40},
+                                {120, 50, 40, 40, 50},    {120, 50, 60, 60, 60},    {3, -1, 2, 9, 3}};
     for (const auto& [rowCount, pageSize, saved, total, shown] : clamps)
         EXPECT_EQ(clampRowCount(rowCount, pageSize, saved, total), shown)
             << rowCount << " rows, page " << pageSize << ", reached " << saved << ", total " << total;

@@ -63,6 +63,15 @@ TEST_F(DateLogControls, areBuiltInThisOrder) {
     settle();
 }
 
+TEST_F(DateLogControls, standInATableOfTheStyleThatIsAskedFor) {
+    constexpr long grouped = 1;
+    start();
+    screen_ = objc::make<UIViewController, "initWithStyle:">(objc::classNamed<"QVDateLogViewController">(), grouped);
+    ASSERT_TRUE(screen_);
+    EXPECT_EQ((objc::send<"style", long>(objc::send<"tableView", objc::Object>(screen_.get()))), grouped);
+    settle();
+}
+
 TEST_F(DateLogControls, tintTheScopesAndTheItemsInSearchBarsWhite) {
     openDay();
     EXPECT_EQ(uikit::colorOf(bar()->scopeControl()->tintColor()), uikit::Color::white());
