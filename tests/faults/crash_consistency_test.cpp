@@ -170,7 +170,7 @@ class CrashConsistency : public testing::TestWithParam<std::tuple<Writer, How>> 
         std::string command = "cd '" + work_.string() + "' && LC_ALL=C.UTF-8 TZ=UTC ";
         command += "FAILING_FOLDER='" + work_.string() + "/' FAILING_CALL=" + std::to_string(call) +
                    " FAILING_HOW=" + wordOf(how) + " FAILING_COUNT='" + directory_.file("count").string() +
-                   "' LD_PRELOAD='" FAILING_CALLS "' timeout 60 '" QUORVELCTL_PROGRAM "' --data data ";
+                   "' timeout 60 env LD_PRELOAD='" FAILING_CALLS "' '" QUORVELCTL_PROGRAM "' --data data ";
         command += std::string(writer.command) + " >'" + directory_.file("said").string() + "' 2>&1 </dev/null";
         const int status = std::system(command.c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
