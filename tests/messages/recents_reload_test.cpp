@@ -28,7 +28,18 @@ TEST_F(RecentsReload, keepsTheListOfALogThatHasOneCall) {
     companion().lists[0].store(callcompanion::arrayOf(people(1)));
     send<"initializeCallList">();
     EXPECT_EQ(companion().list(1).count(), 1U);
+    EXPECT_THAT(log().linesWith("read"), IsEmpty());
     EXPECT_EQ(footer(), "of 1, 0 s");
+}
+
+TEST_F(RecentsReload, ofAPageLeavesTheLastWordToASearchThatBeginsMeanwhile) {
+    companion().setRows(1, people(120));
+    open();
+    companion().duringReading = [this, isOver = false]() mutable {
+        if (!std::exchange(isOver, true)) type("Person 1005");
+    };
+    send<"loadMoreRecordsAction">();
+    EXPECT_THAT(found(), ElementsAre(5));
 }
 
 TEST_F(RecentsReload, duringASearchTellsTheTableOnce) {
