@@ -36,7 +36,6 @@ constexpr Layer layers[] = {
      false},
     {"desktop", {"platform", "objc"}},
     {"tools", {"desktop", "platform", "objc"}},
-    {"cmake", {}},
     {"tests", {"*"}},
     {"bench", {"*"}},
 };

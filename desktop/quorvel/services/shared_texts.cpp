@@ -48,8 +48,6 @@ const std::shared_ptr<const CounterpartTexts>& SharedTexts::ofCall(const store::
                                                                  orNull(placeOfCall(record))})};
     // Remembered from here on, so that no row works it out while it is drawn.
     if (!record.address.empty()) formattedNumber(record.address);
-    // The colour behind the initials of a named caller without a contact follows the number.
-    if (!record.name.empty() && record.contactId < 1) keyOf(record.address);
     return known.texts;
 }
 
