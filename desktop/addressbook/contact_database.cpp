@@ -127,9 +127,10 @@ void loadFields(Connection& connection, std::vector<Contact>& contacts) {
             contact->setText(property, text);
             continue;
         }
+        const int identifier = identifierOf(connection, rows.integer(4));
         auto& values = contact->lists[property];
         if (&values != before || rows.integer(2) != position)
-            values.push_back({identifierOf(connection, rows.integer(4)), std::string(rows.text(5)), {}, {}});
+            values.push_back({identifier, std::string(rows.text(5)), {}, {}});
         before = &values;
         position = rows.integer(2);
         if (const auto key = rows.text(3); key.empty())

@@ -4,10 +4,12 @@
 #include <unistd.h>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <source_location>
 #include <string>
 #include <string_view>
 
@@ -19,8 +21,10 @@ namespace {
 
 using contacts::ContactDatabase;
 
-void expect(bool holds) {
-    if (!holds) std::abort();
+void expect(bool holds, const std::source_location& where = std::source_location::current()) {
+    if (holds) return;
+    std::fprintf(stderr, "line %u does not hold\n", static_cast<unsigned>(where.line()));
+    std::abort();
 }
 
 /// In memory where there is such a place; gone with the process.
@@ -158,6 +162,7 @@ void readAndWrite(const std::filesystem::path& file) {
     changed.setText(contacts::Property::note, "changed");
     if (changed.record > 0 && opened->write({changed}, {}, 2)) {
         const auto again = opened->load();
+        if (!again) std::fprintf(stderr, "%s\n", again.error().message.c_str());
         expect(again.ok() && again->contacts.size() == content->contacts.size());
     }
 }
