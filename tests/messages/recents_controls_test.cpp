@@ -98,6 +98,23 @@ TEST_F(RecentsControls, theButtonThatEditsStandsOnTheRightAndBecomesCancel) {
     EXPECT_TRUE(button(2)->isHidden());
 }
 
+TEST_F(RecentsControls, theButtonThatEditsComesWithResultsAndStaysAsItIsInEditMode) {
+    open();
+    type("person");
+    settle();
+    button(2)->setHidden(true);
+    send<"updateNavigationBarButtonItems:groupEdit:">(true, true);
+    settle();
+    EXPECT_TRUE(button(2)->isHidden());
+    EXPECT_TRUE(button(2)->isSelected());
+    EXPECT_FALSE(button(1)->isHidden());
+    send<"updateNavigationBarButtonItems:groupEdit:">(false, true);
+    settle();
+    EXPECT_FALSE(button(2)->isHidden());
+    EXPECT_FALSE(button(2)->isSelected());
+    EXPECT_TRUE(button(1)->isHidden());
+}
+
 TEST_F(RecentsControls, areBuiltInThisOrderBeforeTheFirstLoad) {
     std::vector<std::string> lines;
     ASSERT_FALSE(substrate::trace::begin(

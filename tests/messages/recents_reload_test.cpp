@@ -40,6 +40,7 @@ TEST_F(RecentsReload, ofAPageLeavesTheLastWordToASearchThatBeginsMeanwhile) {
     };
     send<"loadMoreRecordsAction">();
     EXPECT_THAT(found(), ElementsAre(5));
+    EXPECT_EQ(rows(), 2) << "with the load-more row";
 }
 
 TEST_F(RecentsReload, duringASearchTellsTheTableOnce) {

@@ -88,6 +88,26 @@ TEST_F(HistoryCompanion, seesTheEntrySteeredDuringTheCallAndItsOwnFlagAfterwards
                                    Asked{0, 0, 4, false, 4}));
 }
 
+TEST_F(HistoryCompanion, isNotAskedForWhatTheScreenIsGiven) {
+    start();
+    make({});
+    const auto list = NSMutableArray::make();
+    const auto given = objc::make<QVCallEntry>(objc::classNamed<"QVCallEntry">());
+    objc::send<"setEntry:">(screen_.get(), given.get());
+    objc::send<"setLogInfoList:">(screen_.get(), list.get());
+    objc::send<"setHistory:">(screen_.get(), list.get());
+    objc::send<"setFooterInfo:">(screen_.get(), ns("seven calls"));
+    objc::send<"setFilterType:">(screen_.get(), std::int64_t{3});
+    objc::send<"setIsLogEditing:">(screen_.get(), true);
+    EXPECT_EQ(entry(), given.get());
+    EXPECT_EQ((objc::send<"delegate", objc::Object>(screen_.get())), objc::Object{delegate_->self});
+    EXPECT_EQ(screen_->logInfoList(), list.get());
+    EXPECT_EQ(screen_->history(), list.get());
+    EXPECT_EQ(utf8(screen_->footerInfo()), "seven calls");
+    EXPECT_EQ(screen_->filterType(), 3);
+    EXPECT_TRUE(screen_->isLogEditing());
+}
+
 TEST_F(HistoryCompanion, isToldHowManyRowsTheScreenCountedLast) {
     fill(oneOfEach());
     open();
